@@ -1,0 +1,30 @@
+#include "socket_address.h"
+
+#include <arpa/inet.h>
+#include <poll.h>
+
+#include <cstring>
+
+SocketAddress make_socket_address(AddressFamily family, const char* text, std::uint16_t port)
+{
+    SocketAddress address;
+    std::memset(&address, 0, sizeof address);
+    if (family == AddressFamily::IPV4) {
+        address.ipv4.sin_family = AF_INET;
+        address.ipv4.sin_port = htons(port);
+        inet_pton(AF_INET, text, &address.ipv4.sin_addr);
+        address.length = sizeof address.ipv4;
+    } else {
+        address.ipv6.sin6_family = AF_INET6;
+        address.ipv6.sin6_port = htons(port);
+        inet_pton(AF_INET6, text, &address.ipv6.sin6_addr);
+        address.length = sizeof address.ipv6;
+    }
+    return address;
+}
+
+bool wait_for_socket(int descriptor, short event, int milliseconds)
+{
+    pollfd entry = {descriptor, event, 0};
+    return poll(&entry, 1, milliseconds) > 0;
+}
