@@ -1,0 +1,126 @@
+#include "ifconfig.h"
+
+#include <arpa/inet.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "hex.h"
+#include "shell_word.h"
+
+namespace
+{
+
+constexpr char COMMAND[] = "LANG=C /sbin/ifconfig ";
+constexpr std::size_t COMMAND_SIZE = 2048;
+
+constexpr std::size_t IPV4_TEXT_LENGTH = 50;
+constexpr std::size_t IPV6_EXAMINED_LENGTH = 43; // a full address, a slash and a three-digit prefix length
+constexpr std::size_t PREFIX_TEXT_LENGTH = 9;
+
+// What follows the first `label` in the line, or null.
+const char* text_behind(const char* line, const char* label)
+{
+    const char* found = std::strstr(line, label);
+    return found == nullptr ? nullptr : found + std::strlen(label);
+}
+
+// Groups of two digits between single colons.
+void parse_hardware_address(const char* text, unsigned char (&address)[6])
+{
+    constexpr std::size_t GROUP_DISTANCE = 3;
+    const std::size_t length = std::strlen(text);
+    for (std::size_t i = 0; i < sizeof address; ++i)
+        address[i] = i * GROUP_DISTANCE < length ? hex_to_byte(text + i * GROUP_DISTANCE) : 0;
+}
+
+void parse_ipv4_address(const char* text, in_addr& address)
+{
+    char digits[IPV4_TEXT_LENGTH + 1];
+    std::size_t length = std::strspn(text, "0123456789.");
+    if (length > IPV4_TEXT_LENGTH)
+        length = IPV4_TEXT_LENGTH;
+    std::memcpy(digits, text, length);
+    digits[length] = '\0';
+    in_addr converted;
+    if (inet_aton(digits, &converted) != 0)
+        address = converted;
+}
+
+struct Ipv6Item {
+    char address[IPV6_EXAMINED_LENGTH + 1];
+    char prefix[PREFIX_TEXT_LENGTH + 1];
+};
+
+bool is_address_character(char character)
+{
+    return character != '\0' && std::strchr("0123456789abcdefABCDEF:", character) != nullptr;
+}
+
+// Splits ADDRESS/PREFIX. Another slash starts the prefix again at its first character, without clearing the others.
+void split_ipv6_item(const char* text, Ipv6Item& item)
+{
+    std::memset(&item, 0, sizeof item);
+    std::size_t address_length = 0;
+    std::size_t prefix_length = 0;
+    bool in_prefix = false;
+    for (std::size_t i = 0; i < IPV6_EXAMINED_LENGTH && text[i] != '\0'; ++i) {
+        const char character = text[i];
+        if (character == ' ' || character == '\r' || character == '\n')
+            break;
+        if (character == '/') {
+            in_prefix = true;
+            prefix_length = 0;
+        } else if (!is_address_character(character)) {
+            continue;
+        } else if (!in_prefix) {
+            item.address[address_length++] = character;
+        } else if (prefix_length < PREFIX_TEXT_LENGTH) {
+            item.prefix[prefix_length++] = character;
+        }
+    }
+}
+
+// True when the address converted; a prefix length is taken in any case.
+bool parse_ipv6_address(const char* text, NetConfig& config)
+{
+    Ipv6Item item;
+    split_ipv6_item(text, item);
+    if (item.prefix[0] != '\0')
+        config.ipv6_prefix_len = static_cast<std::uint16_t>(std::strtoll(item.prefix, nullptr, 10));
+    in6_addr converted;
+    if (inet_pton(AF_INET6, item.address, &converted) != 1)
+        return false;
+    config.ipv6_addr = converted;
+    return true;
+}
+
+} // namespace
+
+IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config)
+{
+    IfconfigItems items = {false, false, false};
+    if (const char* text = text_behind(line, "HWaddr ")) {
+        parse_hardware_address(text, config.hw_addr);
+        items.hardware_address = true;
+    }
+    if (const char* text = text_behind(line, "inet addr:")) {
+        parse_ipv4_address(text, config.ipv4_addr);
+        items.ipv4_address = true;
+    }
+    if (const char* text = text_behind(line, "Mask:"))
+        parse_ipv4_address(text, config.ipv4_mask);
+    const char* text = text_behind(line, "inet6 addr:");
+    if (text != nullptr && *text != '\0' && std::strstr(line, "Scope:Global") != nullptr)
+        items.global_ipv6_address = parse_ipv6_address(text + 1, config); // behind the blank
+    return items;
+}
+
+bool open_ifconfig(const char* name, ShellPipe& pipe)
+{
+    constexpr std::size_t PREFIX_LENGTH = sizeof COMMAND - 1;
+    char command[COMMAND_SIZE];
+    std::memcpy(command, COMMAND, PREFIX_LENGTH);
+    return quote_shell_word(name, command + PREFIX_LENGTH, sizeof command - PREFIX_LENGTH) > 0 &&
+           open_shell_pipe(command, pipe);
+}

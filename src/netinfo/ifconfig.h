@@ -1,0 +1,24 @@
+// What ifconfig prints about an interface, in the classic form of net-tools and BusyBox.
+#pragma once
+
+#include <cstddef>
+
+#include "net_config.h"
+#include "shell_pipe.h"
+
+inline constexpr std::size_t IFCONFIG_LINE_SIZE = 2047; // lines of at most 2046 characters
+
+// Which items a line held.
+struct IfconfigItems {
+    bool hardware_address;    // "HWaddr ": the interface is present
+    bool ipv4_address;        // "inet addr:", whether or not its text converted
+    bool global_ipv6_address; // "inet6 addr:" with "Scope:Global", and its text converted
+};
+
+// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len (network byte order). A text
+// that does not convert leaves its field as it was; missing groups of a MAC address are 0.
+IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config);
+
+// Starts ifconfig on the interface of this very name, whatever characters it holds. Returns false when it could not be
+// started.
+bool open_ifconfig(const char* name, ShellPipe& pipe);

@@ -1,0 +1,95 @@
+#include "terminal_scan.h"
+
+#include <cstring>
+
+#include "link_state.h"
+#include "result_code.h"
+
+namespace
+{
+
+constexpr int PRESENT = 2;
+constexpr int HAS_IPV4 = family_code(AddressFamily::IPV4, WORKS);
+constexpr int HAS_IPV6 = family_code(AddressFamily::IPV6, WORKS);
+constexpr int HAS_ADDRESS = HAS_IPV4 | HAS_IPV6;
+
+bool is_name_character(char character)
+{
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || character == '.' || character == '-' || character == '/';
+}
+
+void read_scan_output(TextReader& reader, ScannedInterface& entry)
+{
+    NetConfig discarded = {}; // only the status of an entry survives
+    char line[IFCONFIG_LINE_SIZE];
+    while (read_piece(reader, line)) {
+        const IfconfigItems items = parse_ifconfig_line(line, discarded);
+        if (items.hardware_address)
+            entry.link_state = get_link_state(entry.name);
+        entry.status = update_scan_status(entry.status, items);
+    }
+}
+
+void scan_interface(ScannedInterface& entry)
+{
+    ShellPipe pipe;
+    if (!open_ifconfig(entry.name, pipe))
+        return;
+    read_scan_output(pipe.reader, entry);
+    close_shell_pipe(pipe);
+}
+
+} // namespace
+
+std::size_t split_interface_list(const char* list, ScannedInterface (&table)[MAX_SCANNED_INTERFACES])
+{
+    std::size_t count = 0;
+    while (*list != '\0' && count < MAX_SCANNED_INTERFACES) {
+        ScannedInterface& entry = table[count];
+        entry = {};
+        std::size_t length = 0; // of the whole name, also where it no longer fits
+        for (; *list != '\0' && *list != ','; ++list) {
+            if (!is_name_character(*list))
+                continue;
+            if (length < sizeof entry.name - 1)
+                entry.name[length] = *list;
+            ++length;
+        }
+        if (*list == ',')
+            ++list;
+        if (length > 0 && length < sizeof entry.name)
+            ++count;
+    }
+    return count;
+}
+
+int update_scan_status(int status, const IfconfigItems& items)
+{
+    if (items.hardware_address && (status & HAS_ADDRESS) == 0)
+        status = PRESENT;
+    if (items.ipv4_address)
+        status |= HAS_IPV4;
+    if (items.global_ipv6_address)
+        status |= HAS_IPV6;
+    return status;
+}
+
+int scan_terminal_interfaces(const char* list, char* selected)
+{
+    ScannedInterface table[MAX_SCANNED_INTERFACES];
+    const std::size_t count = split_interface_list(list, table);
+    for (std::size_t i = 0; i < count; ++i)
+        scan_interface(table[i]);
+
+    int result = INTERFACE_MISSING;
+    for (std::size_t i = 0; i < count; ++i) {
+        if ((table[i].status & HAS_ADDRESS) != 0) {
+            std::strcpy(selected, table[i].name);
+            return table[i].status & HAS_ADDRESS;
+        }
+        if (table[i].status == PRESENT)
+            result = NO_INTERFACE_HAS_ADDRESS;
+    }
+    return result;
+}

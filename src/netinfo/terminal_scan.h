@@ -1,0 +1,28 @@
+// Which interface of a list a terminal device is to use.
+#pragma once
+
+#include <cstddef>
+
+#include "ifconfig.h"
+
+inline constexpr std::size_t MAX_SCANNED_INTERFACES = 5;
+inline constexpr std::size_t SCANNED_NAME_SIZE = 15; // names of at most 14 characters
+
+struct ScannedInterface {
+    char name[SCANNED_NAME_SIZE];
+    int status;     // 0 absent, 2 present; 1 and 16 are added for an IPv4 and a global IPv6 address
+    int link_state; // as get_link_state gives it; it decides nothing
+};
+
+// Splits a comma-separated list into the names of `table`, status 0. Characters other than ASCII letters, digits, ".",
+// "-" and "/" are dropped; empty names, names of more than 14 characters and names beyond the fifth are passed over.
+// Returns how many names there are.
+std::size_t split_interface_list(const char* list, ScannedInterface (&table)[MAX_SCANNED_INTERFACES]);
+
+// The status of an entry after a line with these items.
+int update_scan_status(int status, const IfconfigItems& items);
+
+// Runs ifconfig on each interface of the list and selects the first that has an address. Returns the code of WORKS for
+// each family that the selected interface has an address of (1, 16 or 17), its name copied into `selected` (at least
+// SCANNED_NAME_SIZE bytes); NO_INTERFACE_HAS_ADDRESS (2) or INTERFACE_MISSING (3) otherwise, `selected` untouched.
+int scan_terminal_interfaces(const char* list, char* selected);
