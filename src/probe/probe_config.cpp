@@ -1,0 +1,53 @@
+#include "probe_config.h"
+
+#include <sys/stat.h>
+
+#include <cstring>
+
+namespace
+{
+
+// Replaces `value` when the line gives one for the key.
+template <std::size_t KEY_SIZE, std::size_t SIZE>
+void take_value(const char* line, const char (&key)[KEY_SIZE], char (&value)[SIZE])
+{
+    constexpr std::size_t KEY_LENGTH = KEY_SIZE - 1;
+    static_assert(KEY_LENGTH + SIZE == CONFIG_LINE_SIZE, "a value is the rest of a line");
+    if (std::strncmp(line, key, KEY_LENGTH) != 0)
+        return;
+    const char* text = line + KEY_LENGTH;
+    const std::size_t length = std::strcspn(text, "\r\x0F");
+    std::memcpy(value, text, length);
+    value[length] = '\0';
+}
+
+} // namespace
+
+ProbeConfig parse_probe_config(TextReader& reader)
+{
+    ProbeConfig config;
+    config.checkserver[0] = '\0';
+    config.xmluri[0] = '\0';
+    char line[CONFIG_LINE_SIZE];
+    while ((config.checkserver[0] == '\0' || config.xmluri[0] == '\0') && read_piece(reader, line)) {
+        take_value(line, "checkserver=", config.checkserver);
+        take_value(line, "xmluri=", config.xmluri);
+    }
+    return config;
+}
+
+ProbeConfig read_probe_config()
+{
+    TextReader reader;
+    const bool opened = open_text_file(CONFIG_FILE_PATH, reader);
+    const ProbeConfig config = parse_probe_config(reader);
+    if (opened)
+        close_text_file(reader);
+    return config;
+}
+
+bool probe_config_present()
+{
+    struct stat status;
+    return stat(CONFIG_FILE_PATH, &status) == 0;
+}

@@ -1,0 +1,21 @@
+// A document URL split into what a request needs.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "probe_config.h"
+
+inline constexpr std::size_t URL_WORD_SIZE = XMLURI_SIZE; // no URL is longer than the configuration file's
+
+struct ProbeUrl {
+    char host[URL_WORD_SIZE]; // may be empty; holds neither '/' nor ':'
+    char path[URL_WORD_SIZE]; // begins with '/'
+    std::uint16_t port;       // named in the request only; the connection goes to port 80
+};
+
+// Splits "http://" HOST [":" PORT] [PATH], up to the first white space; white space directly behind "http://" is passed
+// over. Of a longer URL than URL_WORD_SIZE - 1 characters the rest is cut off. A port of 0 modulo 65536 gives 80, a
+// missing path "/". Returns false, with `parts` undefined, when the URL does not begin with "http://" or is nothing
+// else.
+bool split_probe_url(const char* url, ProbeUrl& parts);
