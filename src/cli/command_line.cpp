@@ -1,0 +1,153 @@
+#include "command_line.h"
+
+#include <strings.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "text_file.h"
+
+namespace
+{
+
+constexpr int VERSION_MAJOR = 2;
+constexpr int VERSION_MINOR = 5;
+constexpr int VERSION_PATCH = 0;
+
+constexpr char USAGE[] = "                          Copyright (C) 2026 Varnoko\n"
+                         "Usage :\n"
+                         "        -v or -V :Version Infomation\n"
+                         "        -i or -I (Interface):Internet Connection Interface Name, EX) -i eth1\n"
+                         "        -woi or -WOI : without Interface Checking.\n"
+                         "        -d or -D : Display the result.\n"
+                         "        -dev0    : check old address for products before 2017/3/3.\n"
+                         "        -dev1    : check address for network devices.\n"
+                         "        -dev2    : check address for NAS.\n"
+                         "        -dev3    : check address for IP Camera.\n"
+                         "        -dev4    : check address for IoT devices/sensors.\n"
+                         "        -dev5    : check address for other devices.\n"
+                         "        -trm (Interfaces): Terminal device check mode, EX) -trm eth0,wlan0.\n"
+                         "                   This mode can not use -woi option same time.\n"
+                         "        -et      : Every time check mode.\n"
+                         "        -nrt     : No 3 retry.\n"
+                         "        -6       : Check IPv6 only.\n"
+                         "        -46       : Check IPv4 and IPv6.\n"
+                         "        *Without -6 or -46 option, check IPv4 only (default).\n"
+                         "        EX) tolvane -woi\n"
+                         "            tolvane -woi -i eth2\n"
+                         "            tolvane -trm eth0,wlan0 -dev1\n";
+
+enum class Option {
+    VERSION,
+    INTERFACE,
+    WITHOUT_INTERFACE_CHECK,
+    DISPLAY,
+    DEVICE_CLASS,
+    TERMINAL,
+    EVERY_TIME,
+    NO_RETRY,
+    IPV6_ONLY,
+    BOTH_FAMILIES,
+    UNKNOWN,
+};
+
+struct OptionWord {
+    char word[6];
+    Option option;
+};
+
+constexpr OptionWord OPTION_WORDS[] = {
+    {"-v", Option::VERSION},         {"-i", Option::INTERFACE},       {"-woi", Option::WITHOUT_INTERFACE_CHECK},
+    {"-d", Option::DISPLAY},         {"-dev0", Option::DEVICE_CLASS}, {"-dev1", Option::DEVICE_CLASS},
+    {"-dev2", Option::DEVICE_CLASS}, {"-dev3", Option::DEVICE_CLASS}, {"-dev4", Option::DEVICE_CLASS},
+    {"-dev5", Option::DEVICE_CLASS}, {"-trm", Option::TERMINAL},      {"-et", Option::EVERY_TIME},
+    {"-nrt", Option::NO_RETRY},      {"-6", Option::IPV6_ONLY},       {"-46", Option::BOTH_FAMILIES},
+};
+
+Option find_option(const char* argument)
+{
+    for (const OptionWord& entry : OPTION_WORDS) {
+        if (strcasecmp(argument, entry.word) == 0)
+            return entry.option;
+    }
+    return Option::UNKNOWN;
+}
+
+// Copies a value into its buffer; false when it does not fit whole.
+template <std::size_t SIZE> bool copy_value(const char* value, char (&buffer)[SIZE])
+{
+    const std::size_t length = std::strlen(value);
+    if (length > SIZE - 1)
+        return false;
+    std::memset(buffer, 0, SIZE);
+    std::memcpy(buffer, value, length);
+    return true;
+}
+
+constexpr bool takes_value(Option option)
+{
+    return option == Option::INTERFACE || option == Option::TERMINAL;
+}
+
+// `value` is the next argument for an option that takes one, null where there is none. Returns false when the run is
+// over.
+bool apply_option(Option option, const char* argument, const char* value, RunOptions& options, DriverSettings& settings)
+{
+    switch (option) {
+    case Option::VERSION:
+        print_version_and_usage();
+        return false;
+    case Option::INTERFACE:
+        return value == nullptr || copy_value(value, settings.interface_name);
+    case Option::WITHOUT_INTERFACE_CHECK:
+        settings.interface_check_enabled = false;
+        return copy_value(NO_INTERFACE_NAMED, settings.interface_name);
+    case Option::DISPLAY:
+        settings.display_result = true;
+        return true;
+    case Option::DEVICE_CLASS:
+        options.device_class = argument[std::strlen("-dev")] - '0';
+        return true;
+    case Option::TERMINAL:
+        options.check_mode = MODE_TERMINAL;
+        return value == nullptr || copy_value(value, settings.terminal_list);
+    case Option::EVERY_TIME:
+        options.check_mode = MODE_EVERY_TIME;
+        return true;
+    case Option::NO_RETRY:
+        settings.retry_count = 0;
+        return true;
+    case Option::IPV6_ONLY:
+    case Option::BOTH_FAMILIES:
+        options.ipv4_enabled = option == Option::BOTH_FAMILIES ? 1 : 0;
+        options.ipv6_enabled = 1;
+        return true;
+    case Option::UNKNOWN:
+        break;
+    }
+    return false;
+}
+
+} // namespace
+
+void print_version_and_usage()
+{
+    char banner[80];
+    std::snprintf(banner, sizeof banner, "Varnoko Internet Connection Checker Ver.%d.%d.%d\n", VERSION_MAJOR,
+                  VERSION_MINOR, VERSION_PATCH);
+    write_text(STDOUT_FILENO, banner);
+    write_text(STDOUT_FILENO, USAGE);
+}
+
+bool parse_command_line(int argc, const char* const* argv, RunOptions& options, DriverSettings& settings)
+{
+    for (int i = 1; i < argc; ++i) {
+        const char* argument = argv[i];
+        const Option option = find_option(argument);
+        const char* value = takes_value(option) && i + 1 < argc ? argv[++i] : nullptr;
+        if (!apply_option(option, argument, value, options, settings))
+            return false;
+    }
+    return true;
+}

@@ -1,0 +1,42 @@
+// The start of the program.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "check_driver.h"
+#include "command_line.h"
+
+namespace
+{
+
+constexpr int RUN_REFUSED = 255;
+
+// Standard error goes nowhere, for the tools that the program starts too; standard descriptors that are closed are
+// opened, so that no socket or file becomes one of them.
+void guard_standard_descriptors()
+{
+    int null_device;
+    do
+        null_device = open("/dev/null", O_RDWR);
+    while (null_device >= 0 && null_device < STDERR_FILENO);
+    if (null_device <= STDERR_FILENO)
+        return;
+    dup2(null_device, STDERR_FILENO);
+    close(null_device);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // A server that resets the connection, or a reader of standard output that went away, shows as a failed write.
+    std::signal(SIGPIPE, SIG_IGN);
+    guard_standard_descriptors();
+
+    RunOptions options;
+    DriverSettings settings;
+    if (!parse_command_line(argc, argv, options, settings))
+        return RUN_REFUSED;
+    return run_check(options, settings);
+}
