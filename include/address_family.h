@@ -22,6 +22,12 @@ constexpr std::size_t address_size(AddressFamily family)
     return family == AddressFamily::IPV4 ? sizeof(in_addr) : sizeof(in6_addr);
 }
 
+// Room for an address of either family.
+union AnyAddress {
+    in_addr ipv4;
+    in6_addr ipv6;
+};
+
 // True when all bytes of the address are zero, that is when it would be written "0.0.0.0" or "::".
 inline bool is_unset(AddressFamily family, const void* address)
 {

@@ -23,6 +23,12 @@ struct NetConfig {
     unsigned char hw_addr[6];
 };
 
+// Room for the name servers of either family.
+union NameServerSlots {
+    in_addr ipv4[MAX_NAME_SERVERS];
+    in6_addr ipv6[MAX_NAME_SERVERS];
+};
+
 inline const void* interface_address(AddressFamily family, const NetConfig& config)
 {
     return family == AddressFamily::IPV4 ? static_cast<const void*>(&config.ipv4_addr) : &config.ipv6_addr;

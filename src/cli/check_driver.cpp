@@ -43,8 +43,8 @@ const char* family_prefix(AddressFamily family)
 void report_interface_failure(AddressFamily family, int outcome, const DriverSettings& settings)
 {
     const char* missing = outcome == NO_ADDRESS ? "IP" : outcome == NO_GATEWAY ? "Gateway" : "DNS Server";
-    report(settings, "Network Interface %s does not set %s %s address.\n", settings.interface_name,
-           family_name(family), missing);
+    report(settings, "Network Interface %s does not set %s %s address.\n", settings.interface_name, family_name(family),
+           missing);
 }
 
 void report_probe_failure(AddressFamily family, int outcome, const DriverSettings& settings)
@@ -89,8 +89,7 @@ int examine_interface(int code, const RunOptions& options, const DriverSettings&
 // The outcome of the full server probe, a failure reported. No known name server (-1) becomes NO_NAME_SERVER.
 int probe_family(AddressFamily family, const RunOptions& options, DriverSettings& settings)
 {
-    const int result =
-        probe_server(family, options.device_class, settings.retry_count, settings.interface_name);
+    const int result = probe_server(family, options.device_class, settings.retry_count, settings.interface_name);
     const int outcome = family_nibble(family, result);
     report_probe_failure(family, outcome, settings);
     return outcome;

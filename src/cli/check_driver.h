@@ -4,9 +4,9 @@
 #include "driver_settings.h"
 #include "run_options.h"
 
-// Each runs the checks of its mode for the enabled families, IPv4 first, prints what they found on standard output where
-// that was asked for, and returns the result code. `settings.interface_name` may be replaced by the interface that was
-// used.
+// Each runs the checks of its mode for the enabled families, IPv4 first, prints what they found on standard output
+// where that was asked for, and returns the result code. `settings.interface_name` may be replaced by the interface
+// that was used.
 
 // Examines the named interface and probes the servers, every time.
 int run_every_time_check(const RunOptions& options, DriverSettings& settings);

@@ -12,13 +12,20 @@ namespace
 
 constexpr int RUN_REFUSED = 255;
 
+// What is written to the root directory, on a device without a null device, fails as silently.
+int open_null_device()
+{
+    const int descriptor = open("/dev/null", O_RDWR);
+    return descriptor >= 0 ? descriptor : open("/", O_RDONLY);
+}
+
 // Standard error goes nowhere, for the tools that the program starts too; standard descriptors that are closed are
 // opened, so that no socket or file becomes one of them.
 void guard_standard_descriptors()
 {
     int null_device;
     do
-        null_device = open("/dev/null", O_RDWR);
+        null_device = open_null_device();
     while (null_device >= 0 && null_device < STDERR_FILENO);
     if (null_device <= STDERR_FILENO)
         return;

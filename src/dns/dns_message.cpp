@@ -68,7 +68,7 @@ constexpr std::uint16_t record_type(AddressFamily family)
 struct AnswerRecord {
     std::uint16_t type;
     std::uint16_t data_length;
-    const unsigned char* data; // null for a record that holds no address
+    const unsigned char* data; // of an address record alone
 };
 
 // Reads one record. The data of anything but an address record is taken to be a name, as that of a CNAME record is.
@@ -120,7 +120,7 @@ std::size_t dns_skip_name(const unsigned char* message, std::size_t size, std::s
     constexpr unsigned char POINTER = 0xC0;
     Cursor cursor = {message, size, position};
     for (;;) {
-        if (position > size || cursor.position >= size)
+        if (cursor.position >= size)
             return 0;
         const unsigned char length = message[cursor.position];
         const std::size_t occupied = length >= POINTER ? 2U : 1U + length;
@@ -143,8 +143,7 @@ std::size_t dns_build_query(unsigned char* message, std::uint16_t id, const char
 
     dns_encode_name(next, host);
     // The name ends at its first zero octet; what an empty label in the middle left behind it is not sent.
-    while (*next++ != 0) {
-    }
+    while (*next++ != 0) {}
     next = put_number(next, record_type(family));
     next = put_number(next, CLASS_IN);
     return static_cast<std::size_t>(next - message);

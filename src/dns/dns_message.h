@@ -6,8 +6,8 @@
 
 #include "address_family.h"
 
-inline constexpr std::size_t DNS_MESSAGE_SIZE = 65536; // takes any UDP datagram whole
-inline constexpr std::size_t DNS_ENCODED_NAME_SIZE = 128; // no encoded host name is longer
+inline constexpr std::size_t DNS_MESSAGE_SIZE = 65536;                        // takes any UDP datagram whole
+inline constexpr std::size_t DNS_ENCODED_NAME_SIZE = 128;                     // no encoded host name is longer
 inline constexpr std::size_t DNS_QUERY_SIZE = 12 + DNS_ENCODED_NAME_SIZE + 4; // nor any query
 
 // Writes the host name as a label sequence (RFC 1035, 3.1), followed by a zero octet. Of a host name of more than 126
@@ -20,8 +20,8 @@ std::size_t dns_encode_name(unsigned char* target, const char* host);
 // pointer (RFC 1035, 4.1.4) ending it in place; 0 when it runs past the end of the message.
 std::size_t dns_skip_name(const unsigned char* message, std::size_t size, std::size_t position);
 
-// Writes a recursive query for the host's address record of the family, A (RFC 1035) or AAAA (RFC 3596). `message` holds
-// DNS_QUERY_SIZE bytes. Returns the query's length in octets.
+// Writes a recursive query for the host's address record of the family, A (RFC 1035) or AAAA (RFC 3596). `message`
+// holds DNS_QUERY_SIZE bytes. Returns the query's length in octets.
 std::size_t dns_build_query(unsigned char* message, std::uint16_t id, const char* host, AddressFamily family);
 
 // Finds the first answer record of the family's type in a received message of `size` octets and stores its address in

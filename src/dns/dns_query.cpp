@@ -9,6 +9,7 @@
 
 #include "dns_message.h"
 #include "socket_address.h"
+#include "socket_wait.h"
 #include "source_interface.h"
 
 namespace
@@ -43,7 +44,9 @@ bool bind_for_server(int descriptor, char (&ifname)[INTERFACE_NAME_SIZE], Socket
 {
     if (server.generic.sa_family != AF_INET6 || !IN6_IS_ADDR_LINKLOCAL(&server.ipv6.sin6_addr) || ifname[0] == '\0')
         return true;
-    if (std::strcmp(ifname, NO_INTERFACE_NAMED) == 0 && pick_ipv6_interface(ifname) != 0)
+    if (std::strcmp(ifname, NO_INTERFACE_NAMED) == 0)
+        pick_ipv6_interface(ifname);
+    if (std::strcmp(ifname, NO_INTERFACE_NAMED) == 0)
         return true;
     return bind_to_interface(descriptor, ifname, server);
 }
@@ -52,6 +55,7 @@ bool bind_for_server(int descriptor, char (&ifname)[INTERFACE_NAME_SIZE], Socket
 bool receive_address(int descriptor, unsigned char (&message)[DNS_MESSAGE_SIZE], AddressFamily family, void* address)
 {
     while (wait_for_socket(descriptor, POLLIN, ANSWER_WAIT_MILLISECONDS)) {
+        // Should the datagram have been dropped since (a wrong checksum), this does not block.
         const ssize_t size = recv(descriptor, message, sizeof message, MSG_DONTWAIT);
         if (size < 0)
             return false;
@@ -75,15 +79,14 @@ bool exchange(int descriptor, const char* host, const SocketAddress& server, Add
 int dns_query(const char* host, const char* server, char (&result)[ADDRESS_TEXT_SIZE], AddressFamily family,
               char (&ifname)[INTERFACE_NAME_SIZE])
 {
-    const AddressFamily server_family =
-        std::strchr(server, ':') != nullptr ? AddressFamily::IPV6 : AddressFamily::IPV4;
+    const AddressFamily server_family = std::strchr(server, ':') != nullptr ? AddressFamily::IPV6 : AddressFamily::IPV4;
     SocketAddress destination = make_socket_address(server_family, server, DNS_PORT);
     const int descriptor = socket(socket_family(server_family), SOCK_DGRAM | SOCK_CLOEXEC, IPPROTO_UDP);
     if (descriptor < 0)
         return -1;
-    in6_addr address; // large enough for either family
-    const bool found = bind_for_server(descriptor, ifname, destination) &&
-                       exchange(descriptor, host, destination, family, &address);
+    AnyAddress address;
+    const bool found =
+        bind_for_server(descriptor, ifname, destination) && exchange(descriptor, host, destination, family, &address);
     close(descriptor);
     if (!found)
         return -1;

@@ -13,10 +13,10 @@ enum class Listing { NONE, FIRST_UNSET, SERVERS };
 // no server is known, and only the first field when the first server is unset.
 Listing list_servers(AddressFamily family, NameServerList& list)
 {
-    in6_addr servers[MAX_NAME_SERVERS]; // large enough for either family
-    if (read_nameservers(family, servers) == 0)
+    NameServerSlots servers;
+    if (read_nameservers(family, &servers) == 0)
         return Listing::NONE;
-    const void* slots = servers;
+    const void* slots = &servers;
     const auto* slot = static_cast<const unsigned char*>(slots);
     const bool first_unset = is_unset(family, slot);
     const std::size_t listed = first_unset ? 1 : MAX_NAME_SERVERS;

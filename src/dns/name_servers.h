@@ -9,9 +9,9 @@ struct NameServerList {
     char server[MAX_NAME_SERVERS][ADDRESS_TEXT_SIZE];
 };
 
-// Builds the list from the resolver files: the servers of the family, unset ones as empty fields; IPv4 falls back to the
-// IPv6 servers when there is no IPv4 one or the first is unset. IPv6 servers of which the first is unset give an empty
-// list. A first IPv4 server that is unset stays in field 0 when there is no IPv6 server.
+// Builds the list from the resolver files: the servers of the family, unset ones as empty fields; IPv4 falls back to
+// the IPv6 servers when there is no IPv4 one or the first is unset. IPv6 servers of which the first is unset give an
+// empty list. A first IPv4 server that is unset stays in field 0 when there is no IPv6 server.
 NameServerList collect_name_servers(AddressFamily family);
 
 enum class Resolution { FOUND, NO_NAME_SERVER, FAILED };

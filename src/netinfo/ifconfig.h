@@ -15,8 +15,8 @@ struct IfconfigItems {
     bool global_ipv6_address; // "inet6 addr:" with "Scope:Global", and its text converted
 };
 
-// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len (network byte order). A text
-// that does not convert leaves its field as it was; missing groups of a MAC address are 0.
+// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len (network byte order). A
+// text that does not convert leaves its field as it was; missing groups of a MAC address are 0.
 IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config);
 
 // Starts ifconfig on the interface of this very name, whatever characters it holds. Returns false when it could not be

@@ -47,13 +47,13 @@ int find_verdict(AddressFamily family, NetConfig& config)
 void read_gateway_and_nameservers(AddressFamily family, const char* name, NetConfig& config)
 {
     char text[INET6_ADDRSTRLEN];
-    in6_addr address; // large enough for either family
+    AnyAddress address;
     if (read_gateway(family, name, text, &address) == 0)
         std::memcpy(gateway(family, config), &address, address_size(family));
 
-    in6_addr servers[MAX_NAME_SERVERS];
-    if (read_nameservers(family, servers) > 0)
-        std::memcpy(dns_servers(family, config), servers, MAX_NAME_SERVERS * address_size(family));
+    NameServerSlots servers;
+    if (read_nameservers(family, &servers) > 0)
+        std::memcpy(dns_servers(family, config), &servers, MAX_NAME_SERVERS * address_size(family));
 }
 
 int check_interface(const char* name, const RunOptions& options, NetConfig& config)

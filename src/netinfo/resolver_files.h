@@ -17,8 +17,8 @@ inline constexpr const char* RESOLVER_FILES[] = {"/tmp/resolv.conf.auto", "/etc/
 // does not convert (its slot keeps its value); an IPv6 entry counts only when it converts.
 int take_resolver_line(AddressFamily family, const char* line, void* servers, int count);
 
-// Applies take_resolver_line to each line of a text, a longer line than the family's limit (255 characters for IPv4, 511
-// for IPv6) counting as several. Returns the new count.
+// Applies take_resolver_line to each line of a text, a longer line than the family's limit (255 characters for IPv4,
+// 511 for IPv6) counting as several. Returns the new count.
 int take_resolver_text(AddressFamily family, TextReader& reader, void* servers, int count);
 
 // Clears all MAX_NAME_SERVERS slots and fills them from slot 0 on with the configured servers of the family, in the

@@ -1,7 +1,6 @@
 #include "socket_address.h"
 
 #include <arpa/inet.h>
-#include <poll.h>
 
 #include <cstring>
 
@@ -9,22 +8,20 @@ SocketAddress make_socket_address(AddressFamily family, const char* text, std::u
 {
     SocketAddress address;
     std::memset(&address, 0, sizeof address);
+    // Some C libraries write part of the target when they fail.
+    AnyAddress converted;
+    if (inet_pton(socket_family(family), text, &converted) != 1)
+        std::memset(&converted, 0, sizeof converted);
     if (family == AddressFamily::IPV4) {
         address.ipv4.sin_family = AF_INET;
         address.ipv4.sin_port = htons(port);
-        inet_pton(AF_INET, text, &address.ipv4.sin_addr);
+        address.ipv4.sin_addr = converted.ipv4;
         address.length = sizeof address.ipv4;
     } else {
         address.ipv6.sin6_family = AF_INET6;
         address.ipv6.sin6_port = htons(port);
-        inet_pton(AF_INET6, text, &address.ipv6.sin6_addr);
+        address.ipv6.sin6_addr = converted.ipv6;
         address.length = sizeof address.ipv6;
     }
     return address;
-}
-
-bool wait_for_socket(int descriptor, short event, int milliseconds)
-{
-    pollfd entry = {descriptor, event, 0};
-    return poll(&entry, 1, milliseconds) > 0;
 }

@@ -1,4 +1,4 @@
-// An address of either family as the socket calls take it, and the wait for a socket.
+// An address of either family as the socket calls take it.
 #pragma once
 
 #include <netinet/in.h>
@@ -20,8 +20,3 @@ struct SocketAddress {
 // The address that `text` spells and a port in host byte order; flow information and scope are 0, and so is the address
 // when the text spells none.
 SocketAddress make_socket_address(AddressFamily family, const char* text, std::uint16_t port);
-
-// Sleeps until the socket is readable (POLLIN) or writable (POLLOUT), or has failed. Returns false when the time in
-// milliseconds passed first or waiting was impossible. By poll: a descriptor of 1024 or more, inherited from a careless
-// parent, would lie beyond the sets that select takes.
-bool wait_for_socket(int descriptor, short event, int milliseconds);

@@ -15,16 +15,15 @@
 #include "probe_url.h"
 #include "result_code.h"
 #include "socket_address.h"
+#include "socket_wait.h"
 
 namespace
 {
 
-constexpr std::uint16_t HTTP_PORT = 80;
+constexpr std::uint16_t SERVER_PORT = 80; // whatever port the URL names
 constexpr int CONNECT_WAIT_MILLISECONDS = 3000;
 constexpr int RECEIVE_WAIT_MILLISECONDS = 5000; // for the whole answer
 constexpr std::size_t REQUEST_SIZE = 2 * URL_WORD_SIZE + 64;
-
-constexpr int NO_NAME_SERVER_KNOWN = -1;
 
 // How an attempt ended: the outcome it stands for, and what may follow it.
 struct AttemptEnd {
@@ -39,7 +38,7 @@ constexpr AttemptEnd NO_SOCKET = {CONNECTION_FAILED, false, false};
 constexpr AttemptEnd NOT_CONNECTED = {CONNECTION_FAILED, true, true};
 constexpr AttemptEnd NOT_VERIFIED = {DOCUMENT_MISMATCH, true, true};
 constexpr AttemptEnd NOT_VERIFIED_AT_PRIVATE_ADDRESS = {DNS_QUERY_FAILED, true, true};
-constexpr AttemptEnd NOBODY_TO_ASK = {NO_NAME_SERVER_KNOWN, false, false};
+constexpr AttemptEnd NO_SERVER_TO_ASK = {NO_NAME_SERVER, false, false};
 
 bool connect_in_time(int descriptor, const SocketAddress& server)
 {
@@ -62,8 +61,8 @@ long long milliseconds_now()
 void send_request(int descriptor, const ProbeUrl& url)
 {
     char request[REQUEST_SIZE];
-    const int length = std::snprintf(request, sizeof request, "GET %s HTTP/1.0\r\nHost: %s:%d\r\n\r\n", url.path,
-                                     url.host, url.port);
+    const int length =
+        std::snprintf(request, sizeof request, "GET %s HTTP/1.0\r\nHost: %s:%d\r\n\r\n", url.path, url.host, url.port);
     send(descriptor, request, static_cast<std::size_t>(length), 0);
 }
 
@@ -78,21 +77,21 @@ bool receive_document(int descriptor)
         char chunk[PROBE_CHUNK_LENGTH + 1];
         const ssize_t count = recv(descriptor, chunk, PROBE_CHUNK_LENGTH, 0);
         if (count < 0 && errno == EAGAIN)
-            continue;
+            continue; // what made the socket readable is gone
         if (count <= 0)
-            return false;
+            return false; // closed or reset: nothing can follow
         chunk[count] = '\0';
         if (verify_probe_chunk(chunk))
             return true;
     }
 }
 
-// Handles a connected or connecting socket from its creation on, all but its closing.
+// Connects a fresh socket to the address and fetches the document through it.
 AttemptEnd fetch_document(int descriptor, AddressFamily family, const char* answer, const ProbeUrl& url)
 {
     if (fcntl(descriptor, F_SETFL, O_NONBLOCK) < 0)
         return NO_SOCKET;
-    if (!connect_in_time(descriptor, make_socket_address(family, answer, HTTP_PORT)))
+    if (!connect_in_time(descriptor, make_socket_address(family, answer, SERVER_PORT)))
         return NOT_CONNECTED;
     send_request(descriptor, url);
     const bool verified = receive_document(descriptor);
@@ -106,13 +105,13 @@ bool is_private_ipv4(const char* answer)
     return address_class == ADDR_PRIVATE_10 || address_class == ADDR_PRIVATE_172 || address_class == ADDR_PRIVATE_192;
 }
 
-AttemptEnd attempt_probe(AddressFamily family, const ProbeUrl& url, const NameServerList& name_servers,
-                         char (&interface_name)[INTERFACE_NAME_SIZE])
+AttemptEnd attempt_probe(AddressFamily family, const char* query_host, const ProbeUrl& url,
+                         const NameServerList& name_servers, char (&interface_name)[INTERFACE_NAME_SIZE])
 {
     char answer[ADDRESS_TEXT_SIZE];
-    switch (resolve_host(url.host, family, name_servers, answer, interface_name)) {
+    switch (resolve_host(query_host, family, name_servers, answer, interface_name)) {
     case Resolution::NO_NAME_SERVER:
-        return NOBODY_TO_ASK;
+        return NO_SERVER_TO_ASK;
     case Resolution::FAILED:
         return NOT_RESOLVED;
     case Resolution::FOUND:
@@ -135,18 +134,20 @@ int probe_server(AddressFamily family, int device_class, int tries, char (&inter
 {
     ProbeConfig config;
     ProbeUrl url;
-    if (!split_probe_url(select_probe_target(family, device_class, config).document_url, url))
+    const ProbeTarget target = select_probe_target(family, device_class, config);
+    if (!split_probe_url(target.document_url, url))
         return family_code(family, DOCUMENT_MISMATCH);
+    const char* query_host = device_class == DEVICE_CLASS_CONFIG ? url.host : target.query_host;
 
     const NameServerList name_servers = collect_name_servers(family);
     AttemptEnd end;
     do {
         if (tries > 0)
             --tries;
-        end = attempt_probe(family, url, name_servers, interface_name);
+        end = attempt_probe(family, query_host, url, name_servers, interface_name);
     } while (end.may_retry && tries > 0);
 
     if (end.may_fall_back && device_class != DEVICE_CLASS_CONFIG && probe_config_present())
         return probe_server(family, DEVICE_CLASS_CONFIG, 0, interface_name);
-    return end.outcome == NO_NAME_SERVER_KNOWN ? end.outcome : family_code(family, end.outcome);
+    return end.outcome == NO_NAME_SERVER ? -1 : family_code(family, end.outcome);
 }

@@ -39,10 +39,10 @@ ProbeConfig parse_probe_config(TextReader& reader)
 ProbeConfig read_probe_config()
 {
     TextReader reader;
-    const bool opened = open_text_file(CONFIG_FILE_PATH, reader);
+    if (!open_text_file(CONFIG_FILE_PATH, reader))
+        return {};
     const ProbeConfig config = parse_probe_config(reader);
-    if (opened)
-        close_text_file(reader);
+    close_text_file(reader);
     return config;
 }
 

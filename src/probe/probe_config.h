@@ -6,7 +6,7 @@
 #include "text_file.h"
 
 inline constexpr char CONFIG_FILE_PATH[] = "/etc/tolvane.cfg";
-inline constexpr std::size_t CONFIG_LINE_SIZE = 1024; // lines of at most 1023 characters
+inline constexpr std::size_t CONFIG_LINE_SIZE = 1024;                  // lines of at most 1023 characters
 inline constexpr std::size_t CHECKSERVER_SIZE = CONFIG_LINE_SIZE - 12; // behind "checkserver="
 inline constexpr std::size_t XMLURI_SIZE = CONFIG_LINE_SIZE - 7;       // behind "xmluri="
 

@@ -15,7 +15,7 @@ struct ProbeUrl {
 };
 
 // Splits "http://" HOST [":" PORT] [PATH], up to the first white space; white space directly behind "http://" is passed
-// over. Of a longer URL than URL_WORD_SIZE - 1 characters the rest is cut off. A port of 0 modulo 65536 gives 80, a
+// over. What follows the scheme is cut to URL_WORD_SIZE - 1 characters. A port of 0 modulo 65536 gives 80, a
 // missing path "/". Returns false, with `parts` undefined, when the URL does not begin with "http://" or is nothing
 // else.
 bool split_probe_url(const char* url, ProbeUrl& parts);
