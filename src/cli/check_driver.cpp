@@ -58,16 +58,20 @@ void report_probe_failure(AddressFamily family, int outcome, const DriverSetting
         report(settings, "%sXML Data is mismatch.\n", prefix);
 }
 
-int report_final_result(int code, const RunOptions& options, const DriverSettings& settings)
+bool is_working(AddressFamily family, int code, const RunOptions& options)
 {
-    for (const AddressFamily family : ADDRESS_FAMILIES) {
-        if (is_enabled(family, options) && family_nibble(family, code) == WORKS)
-            report(settings, "%s Internet connection is successful.\n", family_name(family));
-    }
-    return code;
+    return is_enabled(family, options) && family_nibble(family, code) == WORKS;
 }
 
-// Takes over what stands between the interface and other networks; any other verdict leaves the code to the probes.
+void report_final_result(int code, const RunOptions& options, const DriverSettings& settings)
+{
+    for (const AddressFamily family : ADDRESS_FAMILIES) {
+        if (is_working(family, code, options))
+            report(settings, "%s Internet connection is successful.\n", family_name(family));
+    }
+}
+
+// Takes over a missing interface, address, gateway or DNS server; any other verdict leaves the code to the probes.
 int examine_interface(int code, const RunOptions& options, const DriverSettings& settings)
 {
     NetConfig config = {};
@@ -107,12 +111,13 @@ int confirm_by_dns(AddressFamily family, const RunOptions& options, DriverSettin
 
 // `cached` is the code of the last run, `scanned` that of the interface scan.
 int check_terminal_family(AddressFamily family, int cached, int scanned, const RunOptions& options,
-                          DriverSettings& settings, NetConfig& config)
+                          DriverSettings& settings)
 {
     if (!is_enabled(family, options))
         return NOT_TESTED;
     if (family_nibble(family, scanned) != WORKS)
         return NO_ADDRESS;
+    NetConfig config = {};
     read_gateway_and_nameservers(family, settings.interface_name, config);
     // A missing DNS server outranks a missing gateway here, unlike in the examination of every-time mode.
     if (is_unset(family, dns_servers(family, config)))
@@ -130,6 +135,7 @@ int check_terminal_family(AddressFamily family, int cached, int scanned, const R
 int run_every_time_check(const RunOptions& options, DriverSettings& settings)
 {
     delete_result_file();
+    // Every enabled family counts as working until a check says otherwise.
     int code = 0;
     for (const AddressFamily family : ADDRESS_FAMILIES) {
         if (is_enabled(family, options))
@@ -138,10 +144,11 @@ int run_every_time_check(const RunOptions& options, DriverSettings& settings)
     if (settings.interface_check_enabled)
         code = examine_interface(code, options, settings);
     for (const AddressFamily family : ADDRESS_FAMILIES) {
-        if (is_enabled(family, options) && family_nibble(family, code) == WORKS)
+        if (is_working(family, code, options))
             code = with_family_nibble(family, code, probe_family(family, options, settings));
     }
-    return report_final_result(code, options, settings);
+    report_final_result(code, options, settings);
+    return code;
 }
 
 int run_terminal_check(const RunOptions& options, DriverSettings& settings)
@@ -151,13 +158,13 @@ int run_terminal_check(const RunOptions& options, DriverSettings& settings)
     const int scanned = scan_terminal_interfaces(settings.terminal_list, settings.interface_name);
     int code = scanned;
     if (scanned != NO_INTERFACE_HAS_ADDRESS && scanned != INTERFACE_MISSING) {
-        NetConfig config = {};
         for (const AddressFamily family : ADDRESS_FAMILIES)
-            code = with_family_nibble(family, code,
-                                      check_terminal_family(family, cached, scanned, options, settings, config));
+            code = with_family_nibble(family, code, check_terminal_family(family, cached, scanned, options, settings));
     }
     write_result_file(code, stamp);
-    return report_final_result(without_markers(code), options, settings);
+    code = without_markers(code);
+    report_final_result(code, options, settings);
+    return code;
 }
 
 int run_check(const RunOptions& options, DriverSettings& settings)

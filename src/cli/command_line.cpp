@@ -3,7 +3,6 @@
 #include <strings.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstring>
 
 #include "text_file.h"
@@ -11,11 +10,8 @@
 namespace
 {
 
-constexpr int VERSION_MAJOR = 2;
-constexpr int VERSION_MINOR = 5;
-constexpr int VERSION_PATCH = 0;
-
-constexpr char USAGE[] = "                          Copyright (C) 2026 Varnoko\n"
+constexpr char USAGE[] = "Varnoko Internet Connection Checker Ver." TOLVANE_VERSION "\n"
+                         "                          Copyright (C) 2026 Varnoko\n"
                          "Usage :\n"
                          "        -v or -V :Version Infomation\n"
                          "        -i or -I (Interface):Internet Connection Interface Name, EX) -i eth1\n"
@@ -133,10 +129,6 @@ bool apply_option(Option option, const char* argument, const char* value, RunOpt
 
 void print_version_and_usage()
 {
-    char banner[80];
-    std::snprintf(banner, sizeof banner, "Varnoko Internet Connection Checker Ver.%d.%d.%d\n", VERSION_MAJOR,
-                  VERSION_MINOR, VERSION_PATCH);
-    write_text(STDOUT_FILENO, banner);
     write_text(STDOUT_FILENO, USAGE);
 }
 

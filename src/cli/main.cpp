@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr int RUN_REFUSED = 255;
+constexpr int ENDED_BY_ARGUMENTS = 255;
 
 // What is written to the root directory, on a device without a null device, fails as silently.
 int open_null_device()
@@ -37,13 +37,14 @@ void guard_standard_descriptors()
 
 int main(int argc, char** argv)
 {
-    // A server that resets the connection, or a reader of standard output that went away, shows as a failed write.
+    // A server that resets the connection, a reader that went away, and a file that may not grow show as failed writes.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     guard_standard_descriptors();
 
     RunOptions options;
     DriverSettings settings;
     if (!parse_command_line(argc, argv, options, settings))
-        return RUN_REFUSED;
+        return ENDED_BY_ARGUMENTS;
     return run_check(options, settings);
 }

@@ -68,6 +68,7 @@ int parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp)
         else
             code = RESULT_FILE_STALE;
     }
+    // A stored 254 holds IPv4's marker, but must not come back as 241, a success.
     return code == RESULT_FILE_STALE ? code : without_markers(code);
 }
 

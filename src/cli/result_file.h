@@ -15,6 +15,7 @@ inline constexpr int RESULT_FILE_STALE = 254;
 // Reads the code and, when it holds a success of a family, the time stamp from the file's text. Returns the code with
 // the markers turned back into WORKS; RESULT_FILE_STALE when the success lies in the future or 86400 seconds or more
 // before `now`; RESULT_FILE_ABSENT for an empty text. `stamp` is the time of a success that is not stale, 0 otherwise.
+// A stored RESULT_FILE_STALE (14 + 240) comes back as it is, with its stamp.
 int parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp);
 
 // Reads the file as parse_result does, and deletes it. Returns RESULT_FILE_ABSENT, and deletes nothing, when there is

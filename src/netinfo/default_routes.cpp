@@ -10,23 +10,18 @@ namespace
 
 constexpr char IPV4_TABLE[] = "/proc/net/route";
 constexpr char IPV6_TABLE[] = "/proc/net/ipv6_route";
+// A line of the IPv4 table is padded to 127 characters and arrives as three pieces; the first holds all that is needed.
+// A line of the IPv6 table with a device name of up to 8 characters fills one piece; a longer name is cut.
 constexpr std::size_t IPV4_PIECE_SIZE = 56;
 constexpr std::size_t IPV6_PIECE_SIZE = 150;
 
 constexpr std::size_t DEVICE_NAME_SIZE = 16;
 constexpr std::uint32_t UP_AND_GATEWAY = 0x3; // RTF_UP | RTF_GATEWAY, and no other flag
 
-const char* skip_blanks(const char* text)
-{
-    while (std::isspace(static_cast<unsigned char>(*text)))
-        ++text;
-    return text;
-}
-
 // Reads a word of at most 15 characters, leaving `text` behind it; an empty one at the end of the text.
 void take_device_name(const char*& text, char (&name)[DEVICE_NAME_SIZE])
 {
-    text = skip_blanks(text);
+    text = skip_white_space(text);
     std::size_t length = 0;
     while (length < sizeof name - 1 && *text != '\0' && !std::isspace(static_cast<unsigned char>(*text)))
         name[length++] = *text++;
@@ -62,7 +57,7 @@ int take_ipv6_bytes(const char*& text, unsigned char (&bytes)[16])
 
 RouteMatch match_ipv6_piece(const char* piece, const char* name, in6_addr& gateway)
 {
-    piece = skip_blanks(piece);
+    piece = skip_white_space(piece);
     if (*piece == '\0')
         return RouteMatch::NONE;
     unsigned char destination[16];

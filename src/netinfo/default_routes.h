@@ -9,11 +9,11 @@
 
 enum class RouteMatch { NONE, GATEWAY, END_OF_TABLE };
 
-// Scans one piece of "/proc/net/route" (proc(5): a header, then name, destination, gateway, flags, ..., the addresses
-// as numbers in the host's byte order) or "/proc/net/ipv6_route" (kernel, net/ipv6/route.c: destination, source and
-// next hop as bytes, flags, device name). GATEWAY: a route whose flags are exactly up and gateway and whose device name
-// contains `name` (so eth0 also matches eth0.1); its gateway was stored in network byte order. END_OF_TABLE: not even
-// the first field could be read. NONE: anything else, a blank piece among it.
+// Scans one piece of "/proc/net/route" (kernel, fib_route_seq_show: a header, then name, destination, gateway, flags,
+// ..., the addresses as numbers in the host's byte order) or "/proc/net/ipv6_route" (ipv6_route_seq_show: destination,
+// source and next hop as bytes, flags, device name). GATEWAY: a route whose flags are exactly up and gateway and whose
+// device name contains `name` (so eth0 also matches eth0.1); its gateway was stored in network byte order.
+// END_OF_TABLE: not even the first field could be read. NONE: anything else, a blank piece among it.
 RouteMatch match_route_piece(AddressFamily family, const char* piece, const char* name, void* gateway);
 
 // Scans a table piece by piece (55 characters for IPv4, 149 for IPv6) up to the first match. Returns 0 with the gateway

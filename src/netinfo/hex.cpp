@@ -19,6 +19,13 @@ int digit_value(char digit)
 
 } // namespace
 
+const char* skip_white_space(const char* text)
+{
+    while (std::isspace(static_cast<unsigned char>(*text)))
+        ++text;
+    return text;
+}
+
 std::uint8_t hex_to_byte(const char* text)
 {
     unsigned value = 0;
@@ -29,8 +36,7 @@ std::uint8_t hex_to_byte(const char* text)
 
 bool take_hex(const char*& text, std::size_t digits, std::uint32_t& value)
 {
-    while (std::isspace(static_cast<unsigned char>(*text)))
-        ++text;
+    text = skip_white_space(text);
     if (digit_value(*text) < 0)
         return false;
     std::uint32_t number = 0;

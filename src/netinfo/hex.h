@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
+// The first character of `text` that is no white space.
+const char* skip_white_space(const char* text);
+
 // The number that the leading hexadecimal digits of `text` write, modulo 256; 0 when there is none.
 std::uint8_t hex_to_byte(const char* text);
 

@@ -1,10 +1,9 @@
 #include "ifconfig.h"
 
-#include <arpa/inet.h>
-
 #include <cstdlib>
 #include <cstring>
 
+#include "address_text.h"
 #include "hex.h"
 #include "shell_word.h"
 
@@ -36,15 +35,9 @@ void parse_hardware_address(const char* text, unsigned char (&address)[6])
 
 void parse_ipv4_address(const char* text, in_addr& address)
 {
-    char digits[IPV4_TEXT_LENGTH + 1];
-    std::size_t length = std::strspn(text, "0123456789.");
-    if (length > IPV4_TEXT_LENGTH)
-        length = IPV4_TEXT_LENGTH;
-    std::memcpy(digits, text, length);
-    digits[length] = '\0';
-    in_addr converted;
-    if (inet_aton(digits, &converted) != 0)
-        address = converted;
+    char address_text[IPV4_TEXT_LENGTH + 1];
+    copy_leading(text, IPV4_TEXT_CHARACTERS, address_text);
+    convert_address(AddressFamily::IPV4, address_text, &address);
 }
 
 struct Ipv6Item {
@@ -54,7 +47,7 @@ struct Ipv6Item {
 
 bool is_address_character(char character)
 {
-    return character != '\0' && std::strchr("0123456789abcdefABCDEF:", character) != nullptr;
+    return character != '\0' && std::strchr(IPV6_TEXT_CHARACTERS, character) != nullptr;
 }
 
 // Splits ADDRESS/PREFIX. Another slash starts the prefix again at its first character, without clearing the others.
@@ -88,11 +81,7 @@ bool parse_ipv6_address(const char* text, NetConfig& config)
     split_ipv6_item(text, item);
     if (item.prefix[0] != '\0')
         config.ipv6_prefix_len = static_cast<std::uint16_t>(std::strtoll(item.prefix, nullptr, 10));
-    in6_addr converted;
-    if (inet_pton(AF_INET6, item.address, &converted) != 1)
-        return false;
-    config.ipv6_addr = converted;
-    return true;
+    return convert_address(AddressFamily::IPV6, item.address, &config.ipv6_addr);
 }
 
 } // namespace
@@ -118,9 +107,9 @@ IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config)
 
 bool open_ifconfig(const char* name, ShellPipe& pipe)
 {
-    constexpr std::size_t PREFIX_LENGTH = sizeof COMMAND - 1;
+    constexpr std::size_t COMMAND_LENGTH = sizeof COMMAND - 1;
     char command[COMMAND_SIZE];
-    std::memcpy(command, COMMAND, PREFIX_LENGTH);
-    return quote_shell_word(name, command + PREFIX_LENGTH, sizeof command - PREFIX_LENGTH) > 0 &&
+    std::memcpy(command, COMMAND, COMMAND_LENGTH);
+    return quote_shell_word(name, command + COMMAND_LENGTH, sizeof command - COMMAND_LENGTH) > 0 &&
            open_shell_pipe(command, pipe);
 }

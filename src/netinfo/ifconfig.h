@@ -19,6 +19,6 @@ struct IfconfigItems {
 // text that does not convert leaves its field as it was; missing groups of a MAC address are 0.
 IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config);
 
-// Starts ifconfig on the interface of this very name, whatever characters it holds. Returns false when it could not be
+// Starts ifconfig with the name as its one argument, whatever characters it holds. Returns false when it could not be
 // started.
 bool open_ifconfig(const char* name, ShellPipe& pipe);

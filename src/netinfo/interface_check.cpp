@@ -22,8 +22,8 @@ bool read_ifconfig_output(TextReader& reader, NetConfig& found)
     return present;
 }
 
-// Any DNS server answers questions for IPv4 addresses, but only one that is reached over IPv6 serves IPv6. An unset
-// first slot stands for a list whose first entry is useless.
+// Any DNS server answers questions for IPv4 addresses, but only one that is reached over IPv6 serves IPv6. Only the
+// first slot counts; it is unset, too, when the files' first entry does not convert.
 bool has_dns_server(AddressFamily family, const NetConfig& config)
 {
     if (!is_unset(AddressFamily::IPV6, &config.ipv6_dns[0]))

@@ -1,9 +1,10 @@
 #include "resolver_files.h"
 
-#include <arpa/inet.h>
 #include <strings.h>
 
 #include <cstring>
+
+#include "address_text.h"
 
 namespace
 {
@@ -16,26 +17,14 @@ constexpr std::size_t IPV6_LINE_SIZE = 512;
 constexpr std::size_t IPV4_TEXT_END = 50;    // counted from the start of the line
 constexpr std::size_t IPV6_TEXT_LENGTH = 50; // counted from behind the keyword
 
-// Copies the leading characters of `rest` that are all in `allowed`, at most SIZE - 1.
-template <std::size_t SIZE> void copy_leading(const char* rest, const char* allowed, char (&text)[SIZE])
-{
-    std::size_t length = std::strspn(rest, allowed);
-    if (length > SIZE - 1)
-        length = SIZE - 1;
-    std::memcpy(text, rest, length);
-    text[length] = '\0';
-}
-
 // An address text with a dot takes its slot, whether or not it converts.
 bool take_ipv4_server(const char* rest, in_addr& server)
 {
     char text[IPV4_TEXT_END - KEYWORD_LENGTH + 1];
-    copy_leading(rest, "0123456789.", text);
+    copy_leading(rest, IPV4_TEXT_CHARACTERS, text);
     if (std::strchr(text, '.') == nullptr || std::strcmp(text, "127.0.0.1") == 0)
         return false;
-    in_addr converted;
-    if (inet_aton(text, &converted) != 0)
-        server = converted;
+    convert_address(AddressFamily::IPV4, text, &server);
     return true;
 }
 
@@ -45,12 +34,8 @@ bool take_ipv6_server(const char* rest, in6_addr& server)
     if (std::memchr(rest, '.', strnlen(rest, IPV6_TEXT_LENGTH)) != nullptr)
         return false;
     char text[IPV6_TEXT_LENGTH + 1];
-    copy_leading(rest, "0123456789abcdefABCDEF:", text);
-    in6_addr converted;
-    if (std::strcmp(text, "::1") == 0 || inet_pton(AF_INET6, text, &converted) != 1)
-        return false;
-    server = converted;
-    return true;
+    copy_leading(rest, IPV6_TEXT_CHARACTERS, text);
+    return std::strcmp(text, "::1") != 0 && convert_address(AddressFamily::IPV6, text, &server);
 }
 
 } // namespace

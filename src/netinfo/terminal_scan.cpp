@@ -40,25 +40,34 @@ void scan_interface(ScannedInterface& entry)
     close_shell_pipe(pipe);
 }
 
+// Reads the characters of one name up to a comma or the end, leaving `list` there, and stores as many as fit. Returns
+// how many there are.
+std::size_t take_listed_name(const char*& list, char (&name)[SCANNED_NAME_SIZE])
+{
+    std::size_t length = 0;
+    std::memset(name, 0, sizeof name);
+    for (; *list != '\0' && *list != ','; ++list) {
+        if (!is_name_character(*list))
+            continue;
+        if (length < sizeof name - 1)
+            name[length] = *list;
+        ++length;
+    }
+    return length;
+}
+
 } // namespace
 
 std::size_t split_interface_list(const char* list, ScannedInterface (&table)[MAX_SCANNED_INTERFACES])
 {
     std::size_t count = 0;
     while (*list != '\0' && count < MAX_SCANNED_INTERFACES) {
-        ScannedInterface& entry = table[count];
-        entry = {};
-        std::size_t length = 0; // of the whole name, also where it no longer fits
-        for (; *list != '\0' && *list != ','; ++list) {
-            if (!is_name_character(*list))
-                continue;
-            if (length < sizeof entry.name - 1)
-                entry.name[length] = *list;
-            ++length;
-        }
+        table[count].status = 0;
+        table[count].link_state = -1;
+        const std::size_t length = take_listed_name(list, table[count].name);
         if (*list == ',')
             ++list;
-        if (length > 0 && length < sizeof entry.name)
+        if (length > 0 && length < SCANNED_NAME_SIZE)
             ++count;
     }
     return count;
@@ -75,21 +84,26 @@ int update_scan_status(int status, const IfconfigItems& items)
     return status;
 }
 
-int scan_terminal_interfaces(const char* list, char* selected)
+int select_interface(const ScannedInterface* table, std::size_t count, char (&selected)[INTERFACE_NAME_SIZE])
+{
+    static_assert(SCANNED_NAME_SIZE <= INTERFACE_NAME_SIZE, "a listed name fits the driver's buffer");
+    int result = INTERFACE_MISSING;
+    for (const ScannedInterface* entry = table; entry != table + count; ++entry) {
+        if ((entry->status & HAS_ADDRESS) != 0) {
+            std::strcpy(selected, entry->name);
+            return entry->status & HAS_ADDRESS;
+        }
+        if (entry->status == PRESENT)
+            result = NO_INTERFACE_HAS_ADDRESS;
+    }
+    return result;
+}
+
+int scan_terminal_interfaces(const char* list, char (&selected)[INTERFACE_NAME_SIZE])
 {
     ScannedInterface table[MAX_SCANNED_INTERFACES];
     const std::size_t count = split_interface_list(list, table);
     for (std::size_t i = 0; i < count; ++i)
         scan_interface(table[i]);
-
-    int result = INTERFACE_MISSING;
-    for (std::size_t i = 0; i < count; ++i) {
-        if ((table[i].status & HAS_ADDRESS) != 0) {
-            std::strcpy(selected, table[i].name);
-            return table[i].status & HAS_ADDRESS;
-        }
-        if (table[i].status == PRESENT)
-            result = NO_INTERFACE_HAS_ADDRESS;
-    }
-    return result;
+    return select_interface(table, count, selected);
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "driver_settings.h"
 #include "ifconfig.h"
 
 inline constexpr std::size_t MAX_SCANNED_INTERFACES = 5;
@@ -11,7 +12,7 @@ inline constexpr std::size_t SCANNED_NAME_SIZE = 15; // names of at most 14 char
 struct ScannedInterface {
     char name[SCANNED_NAME_SIZE];
     int status;     // 0 absent, 2 present; 1 and 16 are added for an IPv4 and a global IPv6 address
-    int link_state; // as get_link_state gives it; it decides nothing
+    int link_state; // as get_link_state gives it, -1 before; it decides nothing
 };
 
 // Splits a comma-separated list into the names of `table`, status 0. Characters other than ASCII letters, digits, ".",
@@ -22,7 +23,10 @@ std::size_t split_interface_list(const char* list, ScannedInterface (&table)[MAX
 // The status of an entry after a line with these items.
 int update_scan_status(int status, const IfconfigItems& items);
 
-// Runs ifconfig on each interface of the list and selects the first that has an address. Returns the code of WORKS for
-// each family that the selected interface has an address of (1, 16 or 17), its name copied into `selected` (at least
-// SCANNED_NAME_SIZE bytes); NO_INTERFACE_HAS_ADDRESS (2) or INTERFACE_MISSING (3) otherwise, `selected` untouched.
-int scan_terminal_interfaces(const char* list, char* selected);
+// Selects the first of `count` entries whose status shows an address, and copies its name into `selected`. Returns the
+// code of WORKS for each family that it has an address of (1, 16 or 17). When no entry has one, `selected` stays, and
+// the result is NO_INTERFACE_HAS_ADDRESS (2) when one is present (status 2), otherwise INTERFACE_MISSING (3).
+int select_interface(const ScannedInterface* table, std::size_t count, char (&selected)[INTERFACE_NAME_SIZE]);
+
+// Runs ifconfig on each interface of the list and selects one as select_interface does.
+int scan_terminal_interfaces(const char* list, char (&selected)[INTERFACE_NAME_SIZE]);
