@@ -17,6 +17,7 @@ namespace
 {
 
 // Prints one line at once, so that it comes out in time also into a pipe.
+// NOLINTNEXTLINE(cert-dcl50-cpp): the compiler checks the arguments as it checks printf's
 __attribute__((format(printf, 2, 3))) void report(const DriverSettings& settings, const char* format, ...)
 {
     if (!settings.display_result)

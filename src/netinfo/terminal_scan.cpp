@@ -90,7 +90,7 @@ int select_interface(const ScannedInterface* table, std::size_t count, char (&se
     int result = INTERFACE_MISSING;
     for (const ScannedInterface* entry = table; entry != table + count; ++entry) {
         if ((entry->status & HAS_ADDRESS) != 0) {
-            std::strcpy(selected, entry->name);
+            std::memcpy(selected, entry->name, sizeof entry->name);
             return entry->status & HAS_ADDRESS;
         }
         if (entry->status == PRESENT)

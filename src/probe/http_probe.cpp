@@ -39,6 +39,7 @@ constexpr AttemptEnd NOT_CONNECTED = {CONNECTION_FAILED, true, true};
 constexpr AttemptEnd NOT_VERIFIED = {DOCUMENT_MISMATCH, true, true};
 constexpr AttemptEnd NOT_VERIFIED_AT_PRIVATE_ADDRESS = {DNS_QUERY_FAILED, true, true};
 constexpr AttemptEnd NO_SERVER_TO_ASK = {NO_NAME_SERVER, false, false};
+constexpr AttemptEnd URL_REFUSED = {DOCUMENT_MISMATCH, false, false};
 
 bool connect_in_time(int descriptor, const SocketAddress& server)
 {
@@ -128,15 +129,14 @@ AttemptEnd attempt_probe(AddressFamily family, const char* query_host, const Pro
     return end;
 }
 
-} // namespace
-
-int probe_server(AddressFamily family, int device_class, int tries, char (&interface_name)[INTERFACE_NAME_SIZE])
+// Makes attempts until one succeeds, none may follow, or the budget is spent.
+AttemptEnd probe_target(AddressFamily family, int device_class, int tries, char (&interface_name)[INTERFACE_NAME_SIZE])
 {
     ProbeConfig config;
     ProbeUrl url;
     const ProbeTarget target = select_probe_target(family, device_class, config);
     if (!split_probe_url(target.document_url, url))
-        return family_code(family, DOCUMENT_MISMATCH);
+        return URL_REFUSED;
     const char* query_host = device_class == DEVICE_CLASS_CONFIG ? url.host : target.query_host;
 
     const NameServerList name_servers = collect_name_servers(family);
@@ -146,8 +146,15 @@ int probe_server(AddressFamily family, int device_class, int tries, char (&inter
             --tries;
         end = attempt_probe(family, query_host, url, name_servers, interface_name);
     } while (end.may_retry && tries > 0);
+    return end;
+}
 
+} // namespace
+
+int probe_server(AddressFamily family, int device_class, int tries, char (&interface_name)[INTERFACE_NAME_SIZE])
+{
+    AttemptEnd end = probe_target(family, device_class, tries, interface_name);
     if (end.may_fall_back && device_class != DEVICE_CLASS_CONFIG && probe_config_present())
-        return probe_server(family, DEVICE_CLASS_CONFIG, 0, interface_name);
+        end = probe_target(family, DEVICE_CLASS_CONFIG, 0, interface_name);
     return end.outcome == NO_NAME_SERVER ? -1 : family_code(family, end.outcome);
 }

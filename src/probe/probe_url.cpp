@@ -33,7 +33,8 @@ bool split_probe_url(const char* url, ProbeUrl& parts)
     parts.host[length] = '\0';
 
     char* slash = std::strchr(parts.host, '/');
-    std::strcpy(parts.path, slash != nullptr ? slash : "/");
+    const char* path = slash != nullptr ? slash : "/";
+    std::memcpy(parts.path, path, std::strlen(path) + 1);
     if (slash != nullptr)
         *slash = '\0';
 
