@@ -14,27 +14,20 @@ inline constexpr char V6_HOST_C[] = TOLVANE_V6_HOST_C;
 inline constexpr int DEVICE_CLASSES = 6;
 inline constexpr int DEVICE_CLASS_CONFIG = 6; // the probes' fallback to the configuration file
 
+// The document URL is "http://", the query host and the path.
 struct ProbeTarget {
-    const char* query_host;   // resolved through the name servers
-    const char* document_url; // "http://" host path
+    const char* query_host; // resolved through the name servers
+    const char* path;
 };
 
 inline constexpr ProbeTarget PROBE_TARGETS_V4[DEVICE_CLASSES] = {
-    {V4_HOST_A, "http://" TOLVANE_V4_HOST_A "/lib/tolvane.xml"},
-    {V4_HOST_B, "http://" TOLVANE_V4_HOST_B "/lib/tolvane1.xml"},
-    {V4_HOST_B, "http://" TOLVANE_V4_HOST_B "/lib/tolvane2.xml"},
-    {V4_HOST_C, "http://" TOLVANE_V4_HOST_C "/lib/tolvane3.xml"},
-    {V4_HOST_C, "http://" TOLVANE_V4_HOST_C "/lib/tolvane4.xml"},
-    {V4_HOST_C, "http://" TOLVANE_V4_HOST_C "/lib/tolvane5.xml"},
+    {V4_HOST_A, "/lib/tolvane.xml"},  {V4_HOST_B, "/lib/tolvane1.xml"}, {V4_HOST_B, "/lib/tolvane2.xml"},
+    {V4_HOST_C, "/lib/tolvane3.xml"}, {V4_HOST_C, "/lib/tolvane4.xml"}, {V4_HOST_C, "/lib/tolvane5.xml"},
 };
 
 inline constexpr ProbeTarget PROBE_TARGETS_V6[DEVICE_CLASSES] = {
-    {V6_HOST_A, "http://" TOLVANE_V6_HOST_A "/lib/tolvane.xml"},
-    {V6_HOST_B, "http://" TOLVANE_V6_HOST_B "/lib/tolvane1.xml"},
-    {V6_HOST_B, "http://" TOLVANE_V6_HOST_B "/lib/tolvane2.xml"},
-    {V6_HOST_C, "http://" TOLVANE_V6_HOST_C "/lib/tolvane3.xml"},
-    {V6_HOST_C, "http://" TOLVANE_V6_HOST_C "/lib/tolvane4.xml"},
-    {V6_HOST_C, "http://" TOLVANE_V6_HOST_C "/lib/tolvane5.xml"},
+    {V6_HOST_A, "/lib/tolvane.xml"},  {V6_HOST_B, "/lib/tolvane1.xml"}, {V6_HOST_B, "/lib/tolvane2.xml"},
+    {V6_HOST_C, "/lib/tolvane3.xml"}, {V6_HOST_C, "/lib/tolvane4.xml"}, {V6_HOST_C, "/lib/tolvane5.xml"},
 };
 
 // The target of a device class 0 to 5; any other class has that of class 0.

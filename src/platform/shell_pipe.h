@@ -1,12 +1,12 @@
 // The output of a shell command, read as text.
 #pragma once
 
-#include <cstdio>
+#include <sys/types.h>
 
 #include "text_file.h"
 
 struct ShellPipe {
-    std::FILE* stream;
+    pid_t shell;
     TextReader reader;
 };
 

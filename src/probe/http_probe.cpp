@@ -11,8 +11,8 @@
 #include "ipv4_address_class.h"
 #include "name_servers.h"
 #include "probe_document.h"
+#include "probe_hosts.h"
 #include "probe_targets.h"
-#include "probe_url.h"
 #include "result_code.h"
 #include "socket_address.h"
 #include "socket_wait.h"
@@ -20,7 +20,6 @@
 namespace
 {
 
-constexpr std::uint16_t SERVER_PORT = 80; // whatever port the URL names
 constexpr int CONNECT_WAIT_MILLISECONDS = 3000;
 constexpr int RECEIVE_WAIT_MILLISECONDS = 5000; // for the whole answer
 constexpr std::size_t REQUEST_SIZE = 2 * URL_WORD_SIZE + 64;
@@ -92,7 +91,7 @@ AttemptEnd fetch_document(int descriptor, AddressFamily family, const char* answ
 {
     if (fcntl(descriptor, F_SETFL, O_NONBLOCK) < 0)
         return NO_SOCKET;
-    if (!connect_in_time(descriptor, make_socket_address(family, answer, SERVER_PORT)))
+    if (!connect_in_time(descriptor, make_socket_address(family, answer, HTTP_PORT)))
         return NOT_CONNECTED;
     send_request(descriptor, url);
     const bool verified = receive_document(descriptor);
@@ -106,11 +105,11 @@ bool is_private_ipv4(const char* answer)
     return address_class == ADDR_PRIVATE_10 || address_class == ADDR_PRIVATE_172 || address_class == ADDR_PRIVATE_192;
 }
 
-AttemptEnd attempt_probe(AddressFamily family, const char* query_host, const ProbeUrl& url,
-                         const NameServerList& name_servers, char (&interface_name)[INTERFACE_NAME_SIZE])
+AttemptEnd attempt_probe(AddressFamily family, const ProbeUrl& url, const NameServerList& name_servers,
+                         char (&interface_name)[INTERFACE_NAME_SIZE])
 {
     char answer[ADDRESS_TEXT_SIZE];
-    switch (resolve_host(query_host, family, name_servers, answer, interface_name)) {
+    switch (resolve_host(url.host, family, name_servers, answer, interface_name)) {
     case Resolution::NO_NAME_SERVER:
         return NO_SERVER_TO_ASK;
     case Resolution::FAILED:
@@ -132,19 +131,15 @@ AttemptEnd attempt_probe(AddressFamily family, const char* query_host, const Pro
 // Makes attempts until one succeeds, none may follow, or the budget is spent.
 AttemptEnd probe_target(AddressFamily family, int device_class, int tries, char (&interface_name)[INTERFACE_NAME_SIZE])
 {
-    ProbeConfig config;
     ProbeUrl url;
-    const ProbeTarget target = select_probe_target(family, device_class, config);
-    if (!split_probe_url(target.document_url, url))
+    if (!select_probe_target(family, device_class, url))
         return URL_REFUSED;
-    const char* query_host = device_class == DEVICE_CLASS_CONFIG ? url.host : target.query_host;
-
     const NameServerList name_servers = collect_name_servers(family);
     AttemptEnd end;
     do {
         if (tries > 0)
             --tries;
-        end = attempt_probe(family, query_host, url, name_servers, interface_name);
+        end = attempt_probe(family, url, name_servers, interface_name);
     } while (end.may_retry && tries > 0);
     return end;
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "address_family.h"
-#include "probe_config.h"
-#include "probe_hosts.h"
+#include "probe_url.h"
 
-// The target of a device class. That of DEVICE_CLASS_CONFIG is read from the configuration file into `config`, where
-// its document URL then stands (empty when the file names none); its query host is null: the host of that URL serves.
-ProbeTarget select_probe_target(AddressFamily family, int device_class, ProbeConfig& config);
+// Takes the document URL of a device class 0 to 5 from the family's table, that of DEVICE_CLASS_CONFIG from the
+// configuration file. Its host is the one to resolve. Returns false when the configuration file gives no URL that
+// split_probe_url accepts.
+bool select_probe_target(AddressFamily family, int device_class, ProbeUrl& url);

@@ -9,13 +9,12 @@ namespace
 constexpr char SCHEME[] = "http://";
 constexpr std::size_t SCHEME_LENGTH = sizeof SCHEME - 1;
 constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
-constexpr std::uint16_t DEFAULT_PORT = 80;
 
 // The number that leads the text as atoi reads it, modulo 65536; atoi itself may do anything with a number beyond int.
 std::uint16_t port_number(const char* text)
 {
     const auto port = static_cast<std::uint16_t>(std::strtoll(text, nullptr, 10));
-    return port == 0 ? DEFAULT_PORT : port;
+    return port == 0 ? HTTP_PORT : port;
 }
 
 } // namespace
@@ -39,7 +38,7 @@ bool split_probe_url(const char* url, ProbeUrl& parts)
         *slash = '\0';
 
     char* colon = std::strchr(parts.host, ':');
-    parts.port = colon != nullptr ? port_number(colon + 1) : DEFAULT_PORT;
+    parts.port = colon != nullptr ? port_number(colon + 1) : HTTP_PORT;
     if (colon != nullptr)
         *colon = '\0';
     return true;

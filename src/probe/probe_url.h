@@ -8,6 +8,8 @@
 
 inline constexpr std::size_t URL_WORD_SIZE = XMLURI_SIZE; // no URL is longer than the configuration file's
 
+inline constexpr std::uint16_t HTTP_PORT = 80;
+
 struct ProbeUrl {
     char host[URL_WORD_SIZE]; // may be empty; holds neither '/' nor ':'
     char path[URL_WORD_SIZE]; // begins with '/'

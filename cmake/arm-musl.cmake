@@ -1,0 +1,10 @@
+# 32-bit ARM with hard float and musl.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR arm)
+set(compiler_prefix arm-linux-gnueabihf-)
+set(musl_target arm-linux-musleabihf)
+set(musl_loader armhf)
+if(NOT musl_linkage)
+  set(musl_linkage dynamic)
+endif()
+include(${CMAKE_CURRENT_LIST_DIR}/musl.cmake)

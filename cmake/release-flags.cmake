@@ -1,0 +1,45 @@
+# The flags that make a release hard to abuse and small, each where the toolchain has it. They stand before a packager's
+# flags, so that the packager's decide.
+include(CheckCXXCompilerFlag)
+include(CheckIPOSupported)
+include(CheckLinkerFlag)
+
+function(prefer_compiler_flag flag)
+  string(MAKE_C_IDENTIFIER "compiler_has${flag}" has)
+  check_cxx_compiler_flag(${flag} ${has})
+  if(${has})
+    set(CMAKE_CXX_FLAGS "${flag} ${CMAKE_CXX_FLAGS}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+function(prefer_linker_flag flag)
+  string(MAKE_C_IDENTIFIER "linker_has${flag}" has)
+  check_linker_flag(C ${flag} ${has})
+  if(${has})
+    set(CMAKE_EXE_LINKER_FLAGS "${flag} ${CMAKE_EXE_LINKER_FLAGS}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+prefer_compiler_flag(-fstack-protector-strong)
+prefer_linker_flag(-Wl,-z,relro)
+prefer_linker_flag(-Wl,-z,now)
+prefer_linker_flag(-Wl,-z,noexecstack)
+if(NOT CMAKE_EXE_LINKER_FLAGS MATCHES "-static|-no-pie")
+  prefer_compiler_flag(-fPIE)
+  prefer_linker_flag(-pie)
+endif()
+# The C library's headers check sizes only in optimized code; a definition beside a packager's would be a warning.
+string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" build_type_flags)
+set(all_flags "${CMAKE_CXX_FLAGS} ${${build_type_flags}}")
+if(all_flags MATCHES "-O([^0]|$)" AND NOT all_flags MATCHES "_FORTIFY_SOURCE")
+  prefer_compiler_flag(-D_FORTIFY_SOURCE=2)
+endif()
+
+# Without exceptions nobody reads unwind tables.
+prefer_compiler_flag(-fno-asynchronous-unwind-tables)
+prefer_compiler_flag(-ffunction-sections)
+prefer_compiler_flag(-fdata-sections)
+prefer_linker_flag(-Wl,--gc-sections)
+if(NOT DEFINED CMAKE_INTERPROCEDURAL_OPTIMIZATION AND NOT all_flags MATCHES "-flto|-fno-lto")
+  check_ipo_supported(RESULT CMAKE_INTERPROCEDURAL_OPTIMIZATION OUTPUT reason LANGUAGES CXX)
+endif()
