@@ -71,6 +71,7 @@ def seconds_ago(seconds):
     (14 + 224, 10, [], 17, 17, 0),           # markers count as successes
     (17, 86400, [], 17, 14 + 224, 2),        # a day old
     (17, -100, [], 17, 14 + 224, 2),         # the clock was set back
+    (17, 10 - 2**32, [], 17, 14 + 224, 2),   # would be fresh in 32 bits
     (9 + 16, 10, [], 17, 14 + 16, 1),        # only IPv6 is confirmed by DNS
     (254, 10, [], 17, 14 + 224, 2),          # stands for a stale one
     ("nonsense", 10, [], 17, 14 + 224, 2),
