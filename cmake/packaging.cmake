@@ -1,0 +1,41 @@
+# What is installed where, and the Debian package that is made of it.
+include(GNUInstallDirs)
+
+install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
+install(PROGRAMS contrib/tolvane-explain DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES docs/tolvane-explain.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES docs/tolvane.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
+install(PROGRAMS contrib/cron-tolvane contrib/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+# An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
+install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
+
+# dpkg-shlibdeps looks for the libraries among the packages of the building machine.
+if(CMAKE_CROSSCOMPILING)
+  return()
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME tolvane)
+set(CPACK_PACKAGE_VENDOR Varnoko)
+set(CPACK_PACKAGE_CONTACT "Varnoko <support@varnoko.example>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Internet connection checker for embedded devices")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+  "tells by its exit status whether the maker's probe servers are reached over
+IPv4, over IPv6 or over both, and if not, which stage fails: the interface,
+DNS, the connection, or the document that the server sends.
+.
+On Debian it needs BusyBox as /sbin/ifconfig, since the ifconfig of net-tools
+prints another form; see README.Debian.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION net)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "busybox | busybox-static")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_TOLVANE_SOURCE ${CMAKE_CURRENT_SOURCE_DIR})
+set(CPACK_TOLVANE_DOCDIR usr/${CMAKE_INSTALL_DOCDIR})
+set(CPACK_TOLVANE_MANDIR usr/${CMAKE_INSTALL_MANDIR})
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/complete-tree.cmake)
+include(CPack)
