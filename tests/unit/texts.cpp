@@ -1,4 +1,6 @@
 // Tests of the texts of the device: arguments, files, tables of the kernel, what goes to the shell and comes from it.
+#include <cstring>
+
 #include "command_line.h"
 #include "default_routes.h"
 #include "hex.h"
@@ -171,7 +173,7 @@ string settings_after(const string& text)
 {
     string line = "-v " + text; // the first is the program's path
     std::vector<const char*> arguments;
-    for (const char* word = strtok(line.data(), " "); word != nullptr; word = strtok(nullptr, " "))
+    for (const char* word = std::strtok(line.data(), " "); word != nullptr; word = std::strtok(nullptr, " "))
         arguments.push_back(word);
     RunOptions run;
     DriverSettings driver;
