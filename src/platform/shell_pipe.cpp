@@ -13,9 +13,8 @@ pid_t start_shell(const char* command, int output)
 {
     // Until it starts the shell, the child runs in this process's memory, so this one sees how that went.
     volatile bool started = true;
-    // NOLINTBEGIN, the name of vfork is enough for several checks: POSIX.1-2001 allowed the child
-    // exec and _exit alone; on Linux the child, which only becomes the shell, may make any system call first
-    // (vfork(2)).
+    // NOLINTBEGIN: several checks forbid vfork, since POSIX lets its child only exec or exit. On Linux it may make any
+    // system call (vfork(2)), and this one becomes the shell at once.
     const pid_t shell = vfork();
     if (shell == 0) {
         dup2(output, STDOUT_FILENO);
