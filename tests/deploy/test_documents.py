@@ -18,10 +18,6 @@ def output_of(*command):
     return subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, text=True).stdout
 
 
-def test_man_pages_are_clean():
-    assert not output_of("sh", "-c", "mandoc -T lint -W warning docs/*.[18] || echo $?")
-
-
 def test_exit_statuses_mean_the_same_everywhere(run_script):
     rows = re.findall(r"(?m)^\.It (\d+|\\&) Ta (\d+|\\&) Ta (.*)", section("EXIT STATUS"))
     ipv4, ipv6 = ({int(row[i]): row[2] for row in rows if row[i] != r"\&"} for i in (0, 1))

@@ -147,10 +147,9 @@ class Device:
         """The n-th connection follows the n-th script, later ones the last: bytes to send, seconds to wait, RESET."""
 
         def play(connection):
-            request = connection.recv(4096)
-            self.requests.append(request)
-            script = scripts[min(len(self.requests), len(scripts)) - 1]
-            page_asked_for = self.pages.get(request.split()[1].decode("latin-1"))
+            script = scripts[min(len(self.requests), len(scripts) - 1)]
+            self.requests.append(b"GET none" if script[:1] == [RESET] else connection.recv(4096))
+            page_asked_for = self.pages.get(self.requests[-1].split()[1].decode("latin-1"))
             for step in [page_asked_for] if page_asked_for else script:
                 if step is RESET:
                     connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
