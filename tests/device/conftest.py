@@ -66,7 +66,7 @@ def question(query):
 class Device:
     def __init__(self, announced):
         pid, self.network = announced.split()
-        self.enter = ["nsenter", "-t", pid, "-m", "-p"]
+        self.enter = ["nsenter", "-t", pid, "-m", "-p", "-r"]
         self.internet = f"/proc/{pid}/ns/net"
         self.root = Path(f"/proc/{pid}/root/mnt/device")
         self.result_file = self.root / "tmp/tolvaneresult"
