@@ -76,10 +76,10 @@ bool receive_document(int descriptor)
             return false;
         char chunk[PROBE_CHUNK_LENGTH + 1];
         const ssize_t count = recv(descriptor, chunk, PROBE_CHUNK_LENGTH, 0);
-        if (count < 0 && errno == EAGAIN)
-            continue; // what made the socket readable is gone
-        if (count <= 0)
-            return false; // closed or reset: nothing can follow
+        if (count < 0)
+            continue; // an error is reported once; behind it the connection is found closed
+        if (count == 0)
+            return false;
         chunk[count] = '\0';
         if (verify_probe_chunk(chunk))
             return true;
