@@ -1,5 +1,5 @@
-# What Debian wants of a package's files beyond those that are installed everywhere (Debian Policy 12): CPack runs this on
-# the tree that it is about to pack.
+# What Debian wants of a package's files beyond those that are installed everywhere (Debian Policy 12): CPack runs this
+# on the tree that it is about to pack.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
   return()
 endif()

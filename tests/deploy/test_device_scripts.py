@@ -6,7 +6,8 @@ LOGGER = 'logger() { printf "%s|" "$@" >>"$LOG"; echo >>"$LOG"; }\n'
 
 
 def test_exit_statuses_are_explained_with_the_stage_to_look_at_or_refused(run_script):
-    for code, looks in [(1, []), (17, []), (25, ["IPv4"]), (129, ["IPv6"]), (136, ["IPv4", "IPv6"]), (84, ["IPv4", "IPv6"])]:
+    both = ["IPv4", "IPv6"]
+    for code, looks in [(1, []), (17, []), (25, both[:1]), (129, both[1:]), (136, both), (84, both)]:
         done = run_script("contrib/tolvane-explain", str(code))
         assert [line.partition(": look at ")[0] for line in done.stdout.splitlines()[1:]] == looks, done
         assert done.returncode == 0 and ("private" in done.stdout) == (code % 16 == 8)

@@ -74,7 +74,7 @@ class Device:
         self.pages = {}  # by path; they go before the web script
 
     def command(self, *words, before=(), user="0:0"):
-        """Runs a command in the device's namespaces and root directory; `before` is a tool of the host's to start it."""
+        """Runs a command in the device's namespaces and root directory, by `before`, a tool of the host's."""
         variables = ["PATH=/sbin:/bin", *(f"{k}={v}" for k, v in os.environ.items() if k.endswith("SAN_OPTIONS"))]
         chain = [*self.enter, f"--net={self.network}", *before, "chroot", f"--userspec={user}", "/mnt/device"]
         start, cpu = time.monotonic(), os.times()

@@ -46,9 +46,8 @@ def test_name_servers_are_asked_in_order_until_one_answers(device):
 
 
 @pytest.mark.parametrize("servers, asked", [
-    (["198.51.100.53", "0.0.0.0", "198.51.100.53"], 1),
+    (["198.51.100.53", "0.0.0.0", "198.51.100.53"], 1), (["0.0.0.0", "2001:db8:53::53", "2001:db8:53::53"], 2),
     (["2001:db8:53::53", "198.51.100.53", "1.2.3.4.5", "198.51.100.53"], 1),
-    (["0.0.0.0", "2001:db8:53::53", "2001:db8:53::53"], 2),
 ])
 def test_list_ends_at_an_unset_server(device, servers, asked):
     device.name_servers(*servers)
@@ -101,7 +100,7 @@ FLOOD = [page(b"x" * 100000)] * 100000
     ([60], 10, 5, 6), ([b"x", 0.5] * 20, 10, 5, 6),
     ([HEAD, 0.1, RESET], 10, 0, 2),
     (FLOOD, 10, 5, 6),
-    ([document().rjust(1046)], 1, 0, 2), ([document().rjust(1047)], 10, 0, 2),  # the first read cut behind and in the digest
+    ([document().rjust(1046)], 1, 0, 2), ([document().rjust(1047)], 10, 0, 2),  # cut behind or in the digest
     ([b"HTTP/1.0 500 Oops\r\n\r\n" + document()], 1, 0, 2),
     ([b"HTTP/1.0 302 Found\r\nLocation: http://backup.example/\r\n\r\n"], 10, 0, 2),
 ])
@@ -114,7 +113,8 @@ def test_web_answers(device, script, code, shortest, longest):
 
 
 def test_connections_that_lead_nowhere(device):
-    device.dns(lambda query, kind: response(query, record(kind, packed(["203.0.113.1", "2001:db8:80::1"][kind == AAAA]))))
+    nowhere = {A: packed("203.0.113.1"), AAAA: packed("2001:db8:80::1")}
+    device.dns(lambda query, kind: response(query, record(kind, nowhere[kind])))
     blackhole = "ip route add blackhole 203.0.113.1; ip -6 route add blackhole 2001:db8:80::1"
     device.on_internet(lambda: subprocess.run(["sh", "-c", blackhole], check=True))
     run = device.run("-46", "-nrt")
@@ -140,7 +140,7 @@ def test_date_reaches_the_digest_byte_for_byte(device):
 
 
 def test_interface_name_is_one_word(device):
-    for name in ["eth0;touch /tmp/x", "$(touch /tmp/x)", "'`touch /tmp/x`'", "", "eth0 lo", "eth0\ntouch /tmp/x", "../x"]:
+    for name in ["eth0;touch /tmp/x", "$(touch /tmp/x)", "'`touch /tmp/x`'", "", "eth0 lo", "eth0\nid", "../x"]:
         assert device.run("-i", name, "-d")[:2] == (3, f"Network Interface {name} does not exist.\n"), name
         assert device.run("-trm", name)[0] in (1, 3, 5)
     assert not (device.root / "tmp/x").exists()
@@ -159,4 +159,5 @@ def test_link_local_name_server(device, arguments, change, code, source, bound):
     device.web([page()])
     assert device.command("sh", "-c", change).code == 0
     assert device.run(*arguments).code == code
-    assert {(query.source[0], query.source[1] == 53) for query in device.queries} == ({(source, bound)} if source else set())
+    sources = {(query.source[0], query.source[1] == 53) for query in device.queries}
+    assert sources == ({(source, bound)} if source else set())

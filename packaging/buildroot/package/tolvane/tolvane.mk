@@ -1,4 +1,4 @@
-# Buildroot's package of tolvane. It was not built by Buildroot, only checked: make reads it with a stub of cmake-package.
+# Buildroot's package of tolvane; not built by Buildroot, only checked: make reads it with a stub of cmake-package.
 TOLVANE_VERSION = 2.5.0
 TOLVANE_SITE = $(BR2_EXTERNAL_TOLVANE_PATH)/../..
 TOLVANE_SITE_METHOD = local
