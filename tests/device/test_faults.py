@@ -38,7 +38,6 @@ def test_file_that_is_none(online, path, arguments, code, fault):
 
 
 def test_result_file_through_a_link(online):
-    """A link to a regular file is read and removed; what it points to stays."""
     online.write("/tmp/elsewhere", FRESH)
     online.command("ln", "-s", "/tmp/elsewhere", PATHS["result"])
     assert online.run("-46", "-trm", "eth0").code == 17 and not online.requests
@@ -90,8 +89,7 @@ def test_surroundings(online, shell, arguments, code, out):
 
 @unhosted
 def test_no_process_to_be_had(online):
-    """An ordinary user: root is not bound by the limit. The examination can't run, the probe does."""
-    run = online.run("-nrt", "-d", before=["prlimit", "--nproc=1"], user="54321:54321")
+    run = online.run("-nrt", "-d", before=["prlimit", "--nproc=1"], user="54321:54321")  # root has no limit
     assert run[:2] == (10, "XML Data is mismatch.\n") and len(online.requests) == 1
 
 

@@ -6,8 +6,7 @@ import time
 import pytest
 from conftest import A, AAAA, document, packed, page, record, response, right_answer
 
-IPV4_WORKS = "IPv4 Internet connection is successful.\n"
-IPV6_WORKS = "IPv6 Internet connection is successful.\n"
+IPV4_WORKS, IPV6_WORKS = (f"{family} Internet connection is successful.\n" for family in ("IPv4", "IPv6"))
 MISSING = "Network Interface eth0 does not set {} address.\n".format
 
 

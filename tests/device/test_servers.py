@@ -93,13 +93,11 @@ FLOOD = [page(b"x" * 100000)] * 100000
 
 
 @pytest.mark.parametrize("script, code, shortest, longest", [
-    ([0.5, page()], 1, 0.5, 2), ([4.5, page()], 1, 4.5, 5.5),
-    ([HEAD, 0.3, TAIL], 10, 0, 2),
+    ([0.5, page()], 1, 0.5, 2), ([4.5, page()], 1, 4.5, 5.5), ([HEAD, 0.3, TAIL], 10, 0, 2),
     ([b"x" * 1023, 0.3, page()], 1, 0, 2),                              # each read is examined alone
     ([page(document(checksum="0" * 32)), 0.3, page()], 1, 0, 2),
     ([60], 10, 5, 6), ([b"x", 0.5] * 20, 10, 5, 6),
-    ([HEAD, 0.1, RESET], 10, 0, 2),
-    (FLOOD, 10, 5, 6),
+    ([HEAD, 0.1, RESET], 10, 0, 2), (FLOOD, 10, 5, 6),
     ([document().rjust(1046)], 1, 0, 2), ([document().rjust(1047)], 10, 0, 2),  # cut behind or in the digest
     ([b"HTTP/1.0 500 Oops\r\n\r\n" + document()], 1, 0, 2),
     ([b"HTTP/1.0 302 Found\r\nLocation: http://backup.example/\r\n\r\n"], 10, 0, 2),
