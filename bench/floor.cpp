@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "dns_message.h"
+#include "dns/dns_message.h"
 #include "probe_hosts.h"
 
 namespace

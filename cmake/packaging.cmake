@@ -2,10 +2,10 @@
 include(GNUInstallDirs)
 
 install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
-install(PROGRAMS contrib/tolvane-explain DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(PROGRAMS scripts/tolvane-explain DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES docs/tolvane-explain.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES docs/tolvane.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
-install(PROGRAMS contrib/cron-tolvane contrib/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "address_family.h"
-#include "text_file.h"
+#include "platform/text_file.h"
 
 inline constexpr AddressFamily IPV4 = AddressFamily::IPV4;
 inline constexpr AddressFamily IPV6 = AddressFamily::IPV6;

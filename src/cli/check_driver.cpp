@@ -1,17 +1,17 @@
-#include "check_driver.h"
+#include "cli/check_driver.h"
 
 #include <unistd.h>
 
 #include <cstdarg>
 #include <cstdio>
 
-#include "dns_checks.h"
-#include "http_probe.h"
-#include "interface_check.h"
+#include "cli/result_file.h"
+#include "dns/dns_checks.h"
+#include "netinfo/interface_check.h"
+#include "netinfo/terminal_scan.h"
+#include "platform/text_file.h"
+#include "probe/http_probe.h"
 #include "result_code.h"
-#include "result_file.h"
-#include "terminal_scan.h"
-#include "text_file.h"
 
 namespace
 {

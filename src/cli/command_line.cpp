@@ -1,11 +1,11 @@
-#include "command_line.h"
+#include "cli/command_line.h"
 
 #include <strings.h>
 #include <unistd.h>
 
 #include <cstring>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 namespace
 {

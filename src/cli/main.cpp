@@ -4,8 +4,8 @@
 
 #include <csignal>
 
-#include "check_driver.h"
-#include "command_line.h"
+#include "cli/check_driver.h"
+#include "cli/command_line.h"
 
 namespace
 {

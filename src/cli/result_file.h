@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 inline constexpr char RESULT_FILE_PATH[] = "/tmp/tolvaneresult";
 inline constexpr int RESULT_FILE_ABSENT = 255;

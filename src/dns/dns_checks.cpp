@@ -1,6 +1,6 @@
-#include "dns_checks.h"
+#include "dns/dns_checks.h"
 
-#include "name_servers.h"
+#include "dns/name_servers.h"
 #include "probe_hosts.h"
 
 int check_dns(AddressFamily family, int device_class, char (&interface_name)[INTERFACE_NAME_SIZE])

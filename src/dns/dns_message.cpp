@@ -1,4 +1,4 @@
-#include "dns_message.h"
+#include "dns/dns_message.h"
 
 #include <cstring>
 

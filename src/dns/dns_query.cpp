@@ -1,4 +1,4 @@
-#include "dns_query.h"
+#include "dns/dns_query.h"
 
 #include <arpa/inet.h>
 #include <net/if.h>
@@ -7,10 +7,10 @@
 
 #include <cstring>
 
-#include "dns_message.h"
-#include "socket_address.h"
-#include "socket_wait.h"
-#include "source_interface.h"
+#include "dns/dns_message.h"
+#include "dns/source_interface.h"
+#include "platform/socket_address.h"
+#include "platform/socket_wait.h"
 
 namespace
 {

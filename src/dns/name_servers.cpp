@@ -1,8 +1,8 @@
-#include "name_servers.h"
+#include "dns/name_servers.h"
 
 #include <arpa/inet.h>
 
-#include "resolver_files.h"
+#include "netinfo/resolver_files.h"
 
 namespace
 {

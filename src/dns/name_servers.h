@@ -1,7 +1,7 @@
 // The list of name servers that the checks and probes of a family ask, and the walk over it.
 #pragma once
 
-#include "dns_query.h"
+#include "dns/dns_query.h"
 #include "net_config.h"
 
 // Address texts; the list ends at its first empty field.

@@ -1,4 +1,4 @@
-#include "source_interface.h"
+#include "dns/source_interface.h"
 
 #include <arpa/inet.h>
 #include <net/if.h>

@@ -1,9 +1,9 @@
-#include "default_routes.h"
+#include "netinfo/default_routes.h"
 
 #include <cctype>
 #include <cstring>
 
-#include "hex.h"
+#include "netinfo/hex.h"
 
 namespace
 {

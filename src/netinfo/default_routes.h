@@ -5,7 +5,7 @@
 #include <netinet/in.h>
 
 #include "address_family.h"
-#include "text_file.h"
+#include "platform/text_file.h"
 
 enum class RouteMatch { NONE, GATEWAY, END_OF_TABLE };
 

@@ -1,4 +1,4 @@
-#include "hex.h"
+#include "netinfo/hex.h"
 
 #include <cctype>
 

@@ -1,11 +1,11 @@
-#include "ifconfig.h"
+#include "netinfo/ifconfig.h"
 
 #include <cstdlib>
 #include <cstring>
 
-#include "address_text.h"
-#include "hex.h"
-#include "shell_word.h"
+#include "netinfo/hex.h"
+#include "platform/address_text.h"
+#include "platform/shell_word.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "net_config.h"
-#include "shell_pipe.h"
+#include "platform/shell_pipe.h"
 
 inline constexpr std::size_t IFCONFIG_LINE_SIZE = 2047; // lines of at most 2046 characters
 

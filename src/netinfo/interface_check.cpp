@@ -1,10 +1,10 @@
-#include "interface_check.h"
+#include "netinfo/interface_check.h"
 
 #include <cstring>
 
-#include "default_routes.h"
-#include "ifconfig.h"
-#include "resolver_files.h"
+#include "netinfo/default_routes.h"
+#include "netinfo/ifconfig.h"
+#include "netinfo/resolver_files.h"
 #include "result_code.h"
 
 namespace

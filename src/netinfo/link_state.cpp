@@ -1,11 +1,11 @@
-#include "link_state.h"
+#include "netinfo/link_state.h"
 
 #include <sys/stat.h>
 
 #include <cstdio>
 #include <cstring>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 namespace
 {

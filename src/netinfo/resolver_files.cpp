@@ -1,10 +1,10 @@
-#include "resolver_files.h"
+#include "netinfo/resolver_files.h"
 
 #include <strings.h>
 
 #include <cstring>
 
-#include "address_text.h"
+#include "platform/address_text.h"
 
 namespace
 {

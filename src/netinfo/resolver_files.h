@@ -7,7 +7,7 @@
 
 #include "address_family.h"
 #include "net_config.h"
-#include "text_file.h"
+#include "platform/text_file.h"
 
 // Both files are read, in this order, into one list.
 inline constexpr const char* RESOLVER_FILES[] = {"/tmp/resolv.conf.auto", "/etc/resolv.conf"};

@@ -1,8 +1,8 @@
-#include "terminal_scan.h"
+#include "netinfo/terminal_scan.h"
 
 #include <cstring>
 
-#include "link_state.h"
+#include "netinfo/link_state.h"
 #include "result_code.h"
 
 namespace

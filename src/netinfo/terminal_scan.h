@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "driver_settings.h"
-#include "ifconfig.h"
+#include "netinfo/ifconfig.h"
 
 inline constexpr std::size_t MAX_SCANNED_INTERFACES = 5;
 inline constexpr std::size_t SCANNED_NAME_SIZE = 15; // names of at most 14 characters

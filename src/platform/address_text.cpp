@@ -1,4 +1,4 @@
-#include "address_text.h"
+#include "platform/address_text.h"
 
 #include <arpa/inet.h>
 

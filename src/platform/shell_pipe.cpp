@@ -1,4 +1,4 @@
-#include "shell_pipe.h"
+#include "platform/shell_pipe.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

@@ -3,7 +3,7 @@
 
 #include <sys/types.h>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 struct ShellPipe {
     pid_t shell;

@@ -1,4 +1,4 @@
-#include "shell_word.h"
+#include "platform/shell_word.h"
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
-#include "socket_address.h"
+#include "platform/socket_address.h"
 
 #include <cstring>
 
-#include "address_text.h"
+#include "platform/address_text.h"
 
 SocketAddress make_socket_address(AddressFamily family, const char* text, std::uint16_t port)
 {

@@ -1,4 +1,4 @@
-#include "socket_wait.h"
+#include "platform/socket_wait.h"
 
 #include <poll.h>
 

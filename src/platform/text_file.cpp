@@ -1,4 +1,4 @@
-#include "text_file.h"
+#include "platform/text_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "http_probe.h"
+#include "probe/http_probe.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -8,14 +8,14 @@
 #include <cstdio>
 #include <ctime>
 
-#include "ipv4_address_class.h"
-#include "name_servers.h"
-#include "probe_document.h"
+#include "dns/name_servers.h"
+#include "platform/socket_address.h"
+#include "platform/socket_wait.h"
+#include "probe/ipv4_address_class.h"
+#include "probe/probe_document.h"
+#include "probe/probe_targets.h"
 #include "probe_hosts.h"
-#include "probe_targets.h"
 #include "result_code.h"
-#include "socket_address.h"
-#include "socket_wait.h"
 
 namespace
 {

@@ -1,4 +1,4 @@
-#include "ipv4_address_class.h"
+#include "probe/ipv4_address_class.h"
 
 #include <arpa/inet.h>
 

@@ -1,4 +1,4 @@
-#include "probe_config.h"
+#include "probe/probe_config.h"
 
 #include <sys/stat.h>
 

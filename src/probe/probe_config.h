@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 inline constexpr char CONFIG_FILE_PATH[] = "/etc/tolvane.cfg";
 inline constexpr std::size_t CONFIG_LINE_SIZE = 1024;                  // lines of at most 1023 characters

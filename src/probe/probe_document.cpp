@@ -1,11 +1,11 @@
-#include "probe_document.h"
+#include "probe/probe_document.h"
 
 #include <strings.h>
 
 #include <cstring>
 
-#include "shell_pipe.h"
-#include "shell_word.h"
+#include "platform/shell_pipe.h"
+#include "platform/shell_word.h"
 
 namespace
 {

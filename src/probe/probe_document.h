@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "text_file.h"
+#include "platform/text_file.h"
 
 inline constexpr std::size_t PROBE_CHUNK_LENGTH = 1023; // bytes of one read
 inline constexpr std::size_t DIGEST_FIELD_SIZE = 40;

@@ -1,4 +1,4 @@
-#include "probe_targets.h"
+#include "probe/probe_targets.h"
 
 #include <cstring>
 

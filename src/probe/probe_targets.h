@@ -2,7 +2,7 @@
 #pragma once
 
 #include "address_family.h"
-#include "probe_url.h"
+#include "probe/probe_url.h"
 
 // Takes the document URL of a device class 0 to 5 from the family's table, that of DEVICE_CLASS_CONFIG from the
 // configuration file. Its host is the one to resolve. Returns false when the configuration file gives no URL that

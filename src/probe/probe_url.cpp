@@ -1,4 +1,4 @@
-#include "probe_url.h"
+#include "probe/probe_url.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "probe_config.h"
+#include "probe/probe_config.h"
 
 inline constexpr std::size_t URL_WORD_SIZE = XMLURI_SIZE; // no URL is longer than the configuration file's
 

@@ -26,7 +26,7 @@ def test_exit_statuses_mean_the_same_everywhere(run_script):
     assert set(ipv4) == named and set(ipv6) == {16 * outcome for outcome in named}
     said.update({a + b: f"{a + b}: IPv4: {ipv4[a]}; IPv6: {ipv6[b]}" for a in ipv4 for b in ipv6 if a + b})
     for code in range(256):
-        assert run_script("contrib/tolvane-explain", str(code)).stdout.partition("\n")[0] == said.get(code, "")
+        assert run_script("scripts/tolvane-explain", str(code)).stdout.partition("\n")[0] == said.get(code, "")
 
 
 def test_printed_lines_are_those_of_the_man_page():
@@ -45,5 +45,5 @@ def test_options_and_version_are_the_programs():
     options = {word.lower() for word in re.findall(r"(?<!\S)-(\w+)", usage)}
     assert options and set(re.findall(r"(?m)^\.It Fl (\w+)", section("DESCRIPTION"))) == options
     assert set(re.findall(r"\w+", section("SYNOPSIS"))) - set("Nm Op Fl Ar Ns interface".split()) == options
-    paths = "CMakeLists.txt CHANGELOG.md packaging/debian/changelog packaging/openwrt/Makefile packaging/*/*/*/*.mk"
+    paths = "CMakeLists.txt CHANGELOG.md packaging/debian/changelog packaging/openwrt/tolvane/Makefile packaging/*/*/*/*.mk"
     assert not output_of("sh", "-c", f"grep -FL '{re.search('Ver[.](.*)', usage)[1]}' {paths}")

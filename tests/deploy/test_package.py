@@ -26,7 +26,7 @@ def openwrt(tmp_path_factory):
     work = tmp_path_factory.mktemp("openwrt")
     for name in ("rules.mk", "package.mk", "cmake.mk"):
         (work / name).write_text(STUB * (name == "rules.mk"))
-    make = ["make", "-s", "-C", "packaging/openwrt", f"TOPDIR={work}", f"PKG_BUILD_DIR={work}/source",
+    make = ["make", "-s", "-C", "packaging/openwrt/tolvane", f"TOPDIR={work}", f"PKG_BUILD_DIR={work}/source",
             f"PKG_INSTALL_DIR={work}/tree", f"OUT={work}/image", *(f'CONFIG_TOLVANE_{s}="{s}.example"' for s in SLOTS)]
     config, _, options = run(*make, "prepare", "options").rpartition("\n\n")
     assert re.findall("config TOLVANE_(.*)", config) == SLOTS

@@ -11,7 +11,7 @@ CRON = "TOLVANE_SPREAD=0 TOLVANE_STATE=/tmp/state; set -- wlan0,eth0 -46; . /sbi
 
 def test_each_script_logs_its_sentence(online):
     for script in "hotplug-tolvane", "cron-tolvane", "tolvane-explain":
-        shutil.copy(PROJECT / "contrib" / script, online.root / "sbin")
+        shutil.copy(PROJECT / "scripts" / script, online.root / "sbin")
     online.command("ip", "route", "del", "default")
     for command in HOTPLUG, CRON, CRON:
         assert online.command("sh", "-c", LOGGER + command).code == 0

@@ -5,18 +5,18 @@
 #include <map>
 #include <vector>
 
-#include "command_line.h"
-#include "default_routes.h"
-#include "dns_message.h"
-#include "ifconfig.h"
-#include "probe_document.h"
-#include "probe_url.h"
-#include "resolver_files.h"
+#include "cli/command_line.h"
+#include "cli/result_file.h"
+#include "dns/dns_message.h"
+#include "netinfo/default_routes.h"
+#include "netinfo/ifconfig.h"
+#include "netinfo/resolver_files.h"
+#include "netinfo/terminal_scan.h"
+#include "platform/shell_word.h"
+#include "probe/probe_document.h"
+#include "probe/probe_url.h"
 #include "result_code.h"
-#include "result_file.h"
-#include "shell_word.h"
 #include "support.h"
-#include "terminal_scan.h"
 
 using std::string;
 

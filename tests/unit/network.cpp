@@ -1,12 +1,12 @@
 // Tests of what is sent to the network and of what comes from it.
 #include <net/if.h>
 
-#include "dns_message.h"
-#include "ipv4_address_class.h"
-#include "probe_document.h"
-#include "probe_url.h"
+#include "dns/dns_message.h"
+#include "dns/source_interface.h"
+#include "probe/ipv4_address_class.h"
+#include "probe/probe_document.h"
+#include "probe/probe_url.h"
 #include "rows.h"
-#include "source_interface.h"
 
 namespace
 {

@@ -1,15 +1,15 @@
 // Tests of the texts of the device: arguments, files, tables of the kernel, what goes to the shell and comes from it.
 #include <cstring>
 
-#include "command_line.h"
-#include "default_routes.h"
-#include "hex.h"
-#include "ifconfig.h"
-#include "resolver_files.h"
-#include "result_file.h"
+#include "cli/command_line.h"
+#include "cli/result_file.h"
+#include "netinfo/default_routes.h"
+#include "netinfo/hex.h"
+#include "netinfo/ifconfig.h"
+#include "netinfo/resolver_files.h"
+#include "netinfo/terminal_scan.h"
+#include "platform/shell_word.h"
 #include "rows.h"
-#include "shell_word.h"
-#include "terminal_scan.h"
 
 namespace
 {
