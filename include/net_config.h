@@ -1,46 +1,40 @@
-// What the operating system knows about the examined interface; all bytes zero means unset.
+// What the operating system knows about the examined interface.
 #pragma once
-
-#include <netinet/in.h>
 
 #include <cstddef>
 #include <cstdint>
 
-#include "address_family.h"
+#include "ip_address.h"
 
 inline constexpr std::size_t MAX_NAME_SERVERS = 8;
 
-// Addresses are raw bytes in network byte order.
+// Filled from slot 0 on; unused slots are unset.
+using NameServerSlots = IpAddress[MAX_NAME_SERVERS];
+
+// All bytes zero mean that nothing is known.
 struct NetConfig {
-    in_addr ipv4_addr;
-    in_addr ipv4_mask;
-    in_addr ipv4_gateway;
-    in_addr ipv4_dns[MAX_NAME_SERVERS];
-    in6_addr ipv6_addr; // global scope
+    IpAddress ipv4_addr;
+    IpAddress ipv4_mask;
+    IpAddress ipv4_gateway;
+    NameServerSlots ipv4_dns;
+    IpAddress ipv6_addr; // global scope
     std::uint16_t ipv6_prefix_len;
-    in6_addr ipv6_gateway;
-    in6_addr ipv6_dns[MAX_NAME_SERVERS];
+    IpAddress ipv6_gateway;
+    NameServerSlots ipv6_dns;
     unsigned char hw_addr[6];
 };
 
-// Room for the name servers of either family.
-union NameServerSlots {
-    in_addr ipv4[MAX_NAME_SERVERS];
-    in6_addr ipv6[MAX_NAME_SERVERS];
-};
-
-inline const void* interface_address(AddressFamily family, const NetConfig& config)
+inline const IpAddress& interface_address(AddressFamily family, const NetConfig& config)
 {
-    return family == AddressFamily::IPV4 ? static_cast<const void*>(&config.ipv4_addr) : &config.ipv6_addr;
+    return family == AddressFamily::IPV4 ? config.ipv4_addr : config.ipv6_addr;
 }
 
-inline void* gateway(AddressFamily family, NetConfig& config)
+inline IpAddress& gateway(AddressFamily family, NetConfig& config)
 {
-    return family == AddressFamily::IPV4 ? static_cast<void*>(&config.ipv4_gateway) : &config.ipv6_gateway;
+    return family == AddressFamily::IPV4 ? config.ipv4_gateway : config.ipv6_gateway;
 }
 
-// The family's MAX_NAME_SERVERS slots.
-inline void* dns_servers(AddressFamily family, NetConfig& config)
+inline NameServerSlots& name_servers(AddressFamily family, NetConfig& config)
 {
-    return family == AddressFamily::IPV4 ? static_cast<void*>(config.ipv4_dns) : config.ipv6_dns;
+    return family == AddressFamily::IPV4 ? config.ipv4_dns : config.ipv6_dns;
 }

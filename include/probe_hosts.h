@@ -1,9 +1,9 @@
-// The maker's probe servers, and which of them and which document serve a device class.
+// The probe servers of the maker, and which of them serves which document to a device class.
 #pragma once
 
 #include "address_family.h"
 
-// Fully qualified DNS names, chosen when a deployment is built (CMake cache variables of these names).
+// Fully qualified DNS names, chosen when a deployment is built (the CMake cache variables TOLVANE_V4_HOST_A and so on).
 inline constexpr char V4_HOST_A[] = TOLVANE_V4_HOST_A;
 inline constexpr char V4_HOST_B[] = TOLVANE_V4_HOST_B;
 inline constexpr char V4_HOST_C[] = TOLVANE_V4_HOST_C;
@@ -30,7 +30,7 @@ inline constexpr ProbeTarget PROBE_TARGETS_V6[DEVICE_CLASSES] = {
     {V6_HOST_C, "/lib/tolvane3.xml"}, {V6_HOST_C, "/lib/tolvane4.xml"}, {V6_HOST_C, "/lib/tolvane5.xml"},
 };
 
-// The target of a device class 0 to 5; any other class has that of class 0.
+// The target of a device class 0 to 5; any other class gets that of class 0.
 inline const ProbeTarget& built_in_target(AddressFamily family, int device_class)
 {
     const int row = device_class >= 0 && device_class < DEVICE_CLASSES ? device_class : 0;

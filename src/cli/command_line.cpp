@@ -5,7 +5,8 @@
 
 #include <cstring>
 
-#include "platform/text_file.h"
+#include "platform/text_field.h"
+#include "platform/text_io.h"
 
 namespace
 {
@@ -70,14 +71,13 @@ Option find_option(const char* argument)
     return Option::UNKNOWN;
 }
 
-// Copies a value into its buffer; false when it does not fit whole.
-template <std::size_t SIZE> bool copy_value(const char* value, char (&buffer)[SIZE])
+// Returns false, with the field untouched, if the value does not fit whole.
+template <std::size_t SIZE> bool store_value(const char* value, char (&field)[SIZE])
 {
     const std::size_t length = std::strlen(value);
     if (length > SIZE - 1)
         return false;
-    std::memset(buffer, 0, SIZE);
-    std::memcpy(buffer, value, length);
+    copy_text(value, length, field);
     return true;
 }
 
@@ -86,8 +86,12 @@ constexpr bool takes_value(Option option)
     return option == Option::INTERFACE || option == Option::TERMINAL;
 }
 
-// `value` is the next argument for an option that takes one, null where there is none. Returns false when the run is
-// over.
+void print_version_and_usage()
+{
+    write_text(STDOUT_FILENO, USAGE);
+}
+
+// `value` is the next argument for an option that takes one, null if there is none. Returns false if the run is over.
 bool apply_option(Option option, const char* argument, const char* value, RunOptions& options, DriverSettings& settings)
 {
     switch (option) {
@@ -95,10 +99,10 @@ bool apply_option(Option option, const char* argument, const char* value, RunOpt
         print_version_and_usage();
         return false;
     case Option::INTERFACE:
-        return value == nullptr || copy_value(value, settings.interface_name);
+        return value == nullptr || store_value(value, settings.interface_name.text);
     case Option::WITHOUT_INTERFACE_CHECK:
         settings.interface_check_enabled = false;
-        return copy_value(NO_INTERFACE_NAMED, settings.interface_name);
+        return store_value(NO_INTERFACE_NAMED, settings.interface_name.text);
     case Option::DISPLAY:
         settings.display_result = true;
         return true;
@@ -107,7 +111,7 @@ bool apply_option(Option option, const char* argument, const char* value, RunOpt
         return true;
     case Option::TERMINAL:
         options.check_mode = MODE_TERMINAL;
-        return value == nullptr || copy_value(value, settings.terminal_list);
+        return value == nullptr || store_value(value, settings.terminal_list);
     case Option::EVERY_TIME:
         options.check_mode = MODE_EVERY_TIME;
         return true;
@@ -116,8 +120,8 @@ bool apply_option(Option option, const char* argument, const char* value, RunOpt
         return true;
     case Option::IPV6_ONLY:
     case Option::BOTH_FAMILIES:
-        options.ipv4_enabled = option == Option::BOTH_FAMILIES ? 1 : 0;
-        options.ipv6_enabled = 1;
+        options.ipv4_enabled = option == Option::BOTH_FAMILIES;
+        options.ipv6_enabled = true;
         return true;
     case Option::UNKNOWN:
         break;
@@ -126,11 +130,6 @@ bool apply_option(Option option, const char* argument, const char* value, RunOpt
 }
 
 } // namespace
-
-void print_version_and_usage()
-{
-    write_text(STDOUT_FILENO, USAGE);
-}
 
 bool parse_command_line(int argc, const char* const* argv, RunOptions& options, DriverSettings& settings)
 {

@@ -12,15 +12,15 @@ namespace
 
 constexpr int ENDED_BY_ARGUMENTS = 255;
 
-// What is written to the root directory, on a device without a null device, fails as silently.
+// Without /dev/null, use the root directory: writing to it fails just as silently.
 int open_null_device()
 {
     const int descriptor = open("/dev/null", O_RDWR);
     return descriptor >= 0 ? descriptor : open("/", O_RDONLY);
 }
 
-// Standard error goes nowhere, for the tools that the program starts too; standard descriptors that are closed are
-// opened, so that no socket or file becomes one of them.
+// Standard error goes nowhere, for the tools that the program starts, too. Closed standard descriptors are opened, so
+// that no socket or file becomes one of them.
 void guard_standard_descriptors()
 {
     int null_device;
@@ -37,7 +37,7 @@ void guard_standard_descriptors()
 
 int main(int argc, char** argv)
 {
-    // A server that resets the connection, a reader that went away, and a file that may not grow show as failed writes.
+    // A server that resets the connection, a reader that went away and a file that may not grow become failed writes.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     guard_standard_descriptors();
@@ -46,5 +46,6 @@ int main(int argc, char** argv)
     DriverSettings settings;
     if (!parse_command_line(argc, argv, options, settings))
         return ENDED_BY_ARGUMENTS;
-    return run_check(options, settings);
+    return options.check_mode == MODE_TERMINAL ? run_terminal_check(options, settings)
+                                               : run_every_time_check(options, settings);
 }

@@ -8,52 +8,56 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "result_code.h"
-
 namespace
 {
 
+constexpr char RESULT_FILE_PATH[] = "/tmp/tolvaneresult";
 constexpr std::uint64_t LAST_FRESH_SECOND = 86399;
 constexpr std::size_t RESULT_LINE_SIZE = 256;
 
 bool has_outcome(int code, FamilyOutcome outcome)
 {
-    return family_nibble(AddressFamily::IPV4, code) == outcome || family_nibble(AddressFamily::IPV6, code) == outcome;
+    return family_outcome(AddressFamily::IPV4, code) == outcome || family_outcome(AddressFamily::IPV6, code) == outcome;
 }
 
-// The difference is taken without sign: it cannot overflow, whatever the file holds.
+// The unsigned difference cannot overflow, whatever the file holds.
 bool is_fresh(std::int64_t now, std::int64_t stamp)
 {
     return stamp <= now && static_cast<std::uint64_t>(now) - static_cast<std::uint64_t>(stamp) <= LAST_FRESH_SECOND;
 }
 
-void write_result(int descriptor, int code, std::int64_t stamp)
+// Anyone may have put a file here since the start of the run. A new file has the right owner and mode, and with O_EXCL
+// it is no link, hard or symbolic, to somebody else's.
+int create_result_file()
+{
+    struct stat status;
+    if (lstat(RESULT_FILE_PATH, &status) == 0 && S_ISREG(status.st_mode))
+        delete_result_file();
+    return open(RESULT_FILE_PATH, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+}
+
+void write_result(int descriptor, ResultCode code, std::int64_t stamp)
 {
     char text[RESULT_LINE_SIZE];
     std::snprintf(text, sizeof text, "%d\n%lld\n", code, static_cast<long long>(stamp));
-    // Half a file could read as a success without a time.
+    // A half-written file could be read as a success with no time stamp.
     if (!write_text(descriptor, text) && ftruncate(descriptor, 0) != 0)
         delete_result_file();
 }
 
-bool is_regular_file(int descriptor)
-{
-    struct stat status;
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-}
-
 } // namespace
 
-int without_markers(int code)
+ResultCode without_markers(int code)
 {
     for (const AddressFamily family : ADDRESS_FAMILIES) {
-        if (family_nibble(family, code) == FRESH_PROBE)
-            code = with_family_nibble(family, code, WORKS);
+        if (family_outcome(family, code) == FRESH_PROBE)
+            code = with_family_outcome(family, code, WORKS);
     }
-    return code;
+    return static_cast<ResultCode>(code);
 }
 
-int parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp)
+ResultCode parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp)
 {
     stamp = 0;
     char line[RESULT_LINE_SIZE];
@@ -68,32 +72,28 @@ int parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp)
         else
             code = RESULT_FILE_STALE;
     }
-    // A stored 254 holds IPv4's marker, but must not come back as 241, a success.
-    return code == RESULT_FILE_STALE ? code : without_markers(code);
+    // A stored 254 holds the marker of IPv4, but must not be returned as 241, a success.
+    return code == RESULT_FILE_STALE ? RESULT_FILE_STALE : without_markers(code);
 }
 
-int read_result_file(std::int64_t& stamp)
+ResultCode read_result_file(std::int64_t& stamp)
 {
     stamp = 0;
-    struct stat status;
     TextReader reader;
-    if (stat(RESULT_FILE_PATH, &status) != 0 || !S_ISREG(status.st_mode) || !open_text_file(RESULT_FILE_PATH, reader))
+    if (!open_regular_file(RESULT_FILE_PATH, reader))
         return RESULT_FILE_ABSENT;
-    const int code = parse_result(reader, std::time(nullptr), stamp);
+    const ResultCode code = parse_result(reader, std::time(nullptr), stamp);
     close_text_file(reader);
     delete_result_file();
     return code;
 }
 
-void write_result_file(int code, std::int64_t stamp)
+void write_result_file(ResultCode code, std::int64_t stamp)
 {
-    // Truncated only once it is known to be a regular file, and not waited for when it is a FIFO.
-    const int descriptor = open(RESULT_FILE_PATH, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
-                                S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH);
+    const int descriptor = create_result_file();
     if (descriptor < 0)
         return;
-    if (is_regular_file(descriptor) && ftruncate(descriptor, 0) == 0)
-        write_result(descriptor, code, has_outcome(code, FRESH_PROBE) ? std::time(nullptr) : stamp);
+    write_result(descriptor, code, has_outcome(code, FRESH_PROBE) ? std::time(nullptr) : stamp);
     close(descriptor);
 }
 

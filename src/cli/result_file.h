@@ -3,31 +3,33 @@
 
 #include <cstdint>
 
-#include "platform/text_file.h"
+#include "platform/text_io.h"
+#include "result_code.h"
 
-inline constexpr char RESULT_FILE_PATH[] = "/tmp/tolvaneresult";
-inline constexpr int RESULT_FILE_ABSENT = 255;
-inline constexpr int RESULT_FILE_STALE = 254;
+inline constexpr ResultCode RESULT_FILE_ABSENT = 255;
+inline constexpr ResultCode RESULT_FILE_STALE = 254;
 
 // The file holds two decimal lines: the result code, with the marker FRESH_PROBE in the nibble of each family whose
-// full probe succeeded in that run, and the time of the last such success (seconds since 1970, 0 when there was none).
+// full probe succeeded in that run, and the time of the last such success (seconds since 1970). The time is 0 if there
+// was no such success or the run found it stale.
 
-// Reads the code and, when it holds a success of a family, the time stamp from the file's text. Returns the code with
-// the markers turned back into WORKS; RESULT_FILE_STALE when the success lies in the future or 86400 seconds or more
-// before `now`; RESULT_FILE_ABSENT for an empty text. `stamp` is the time of a success that is not stale, 0 otherwise.
-// A stored RESULT_FILE_STALE (14 + 240) comes back as it is, with its stamp.
-int parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp);
+// Reads the code from the file's text and, if it holds a success of a family, the time stamp. Returns the code with the
+// markers turned back into WORKS; RESULT_FILE_STALE if the stamp is after `now` or 86400 seconds or more before it;
+// RESULT_FILE_ABSENT if the text is empty. `stamp` is the time of a success that is not stale, otherwise 0.
+// A stored RESULT_FILE_STALE (14 + 240) is returned as it is, with its stamp.
+ResultCode parse_result(TextReader& reader, std::int64_t now, std::int64_t& stamp);
 
-// Reads the file as parse_result does, and deletes it. Returns RESULT_FILE_ABSENT, and deletes nothing, when there is
-// no regular file that can be opened.
-int read_result_file(std::int64_t& stamp);
+// Reads the file as parse_result does, and deletes it. Returns RESULT_FILE_ABSENT, and deletes nothing, if there is no
+// readable regular file.
+ResultCode read_result_file(std::int64_t& stamp);
 
-// Writes the code and the time: the current one when the code holds a marker, otherwise `stamp`. A file that cannot be
-// opened is left alone, one that cannot be written whole is left empty. A symbolic link is not followed.
-void write_result_file(int code, std::int64_t stamp);
+// Writes the code and the time: the current time if the code holds a marker, otherwise `stamp`. A regular file that is
+// there is replaced, never written to; anything else there is left alone. A file that cannot be written whole is left
+// empty or deleted. Nothing is reported.
+void write_result_file(ResultCode code, std::int64_t stamp);
 
-// A missing file is no error.
+// Deletes the file. A missing file is no error.
 void delete_result_file();
 
-// The code with each family's FRESH_PROBE replaced by WORKS.
-int without_markers(int code);
+// Returns the code with each family's FRESH_PROBE replaced by WORKS.
+ResultCode without_markers(int code);

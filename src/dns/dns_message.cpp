@@ -15,9 +15,9 @@ constexpr std::uint16_t TYPE_A = 1;
 constexpr std::uint16_t TYPE_AAAA = 28;
 constexpr std::uint16_t CLASS_IN = 1;
 
-constexpr std::size_t HOST_TEXT_LENGTH = 127; // the host name and the dot behind it
+constexpr std::size_t HOST_TEXT_LENGTH = 127; // the host name and the dot after it
 
-// A position in a received message; no read goes beyond the end.
+// A position in a received message. No read goes past the end.
 struct Cursor {
     const unsigned char* message;
     std::size_t size;
@@ -68,10 +68,11 @@ constexpr std::uint16_t record_type(AddressFamily family)
 struct AnswerRecord {
     std::uint16_t type;
     std::uint16_t data_length;
-    const unsigned char* data; // of an address record alone
+    const unsigned char* data; // set only for an address record
 };
 
-// Reads one record. The data of anything but an address record is taken to be a name, as that of a CNAME record is.
+// Reads one record. The data of any other than an address record are taken to be a name, as those of a CNAME record
+// are.
 bool read_answer(Cursor& cursor, AnswerRecord& record)
 {
     if (!skip_name(cursor) || !read_number(cursor, record.type) || !skip_octets(cursor, CLASS_AND_TTL_SIZE) ||
@@ -142,14 +143,14 @@ std::size_t dns_build_query(unsigned char* message, std::uint16_t id, const char
     next = put_number(next, 0); // additional count
 
     dns_encode_name(next, host);
-    // The name ends at its first zero octet; what an empty label in the middle left behind it is not sent.
+    // The name ends at its first zero octet. What follows an empty label in the middle is not sent.
     while (*next++ != 0) {}
     next = put_number(next, record_type(family));
     next = put_number(next, CLASS_IN);
     return static_cast<std::size_t>(next - message);
 }
 
-bool dns_find_address(const unsigned char* message, std::size_t size, AddressFamily family, void* address)
+bool dns_find_address(const unsigned char* message, std::size_t size, AddressFamily family, IpAddress& address)
 {
     Cursor cursor = {message, size, ANSWER_COUNT_OFFSET};
     std::uint16_t answers;
@@ -162,7 +163,8 @@ bool dns_find_address(const unsigned char* message, std::size_t size, AddressFam
     AnswerRecord record;
     for (unsigned i = 0; i < answers && i < MAX_ANSWERS && read_answer(cursor, record); ++i) {
         if (record.type == record_type(family) && record.data_length >= address_size(family)) {
-            std::memcpy(address, record.data, address_size(family));
+            address = {family, {}};
+            std::memcpy(address.bytes, record.data, address_size(family));
             return true;
         }
     }

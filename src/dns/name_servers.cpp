@@ -1,54 +1,56 @@
 #include "dns/name_servers.h"
 
-#include <arpa/inet.h>
-
 #include "netinfo/resolver_files.h"
+#include "probe_hosts.h"
 
 namespace
 {
 
-enum class Listing { NONE, FIRST_UNSET, SERVERS };
-
-// Writes the texts of the family's servers into the fields, unset ones behind the first as empty fields; nothing when
-// no server is known, and only the first field when the first server is unset.
-Listing list_servers(AddressFamily family, NameServerList& list)
+int count_before_unset(const NameServerSlots& servers)
 {
-    NameServerSlots servers;
-    if (read_nameservers(family, &servers) == 0)
-        return Listing::NONE;
-    const void* slots = &servers;
-    const auto* slot = static_cast<const unsigned char*>(slots);
-    const bool first_unset = is_unset(family, slot);
-    const std::size_t listed = first_unset ? 1 : MAX_NAME_SERVERS;
-    for (std::size_t i = 0; i < listed; ++i, slot += address_size(family)) {
-        if (i == 0 || !is_unset(family, slot))
-            inet_ntop(socket_family(family), slot, list.server[i], sizeof list.server[i]);
-    }
-    return first_unset ? Listing::FIRST_UNSET : Listing::SERVERS;
+    int count = 0;
+    while (count < static_cast<int>(MAX_NAME_SERVERS) && !is_unset(servers[count]))
+        ++count;
+    return count;
 }
 
 } // namespace
 
 NameServerList collect_name_servers(AddressFamily family)
 {
-    NameServerList list = {};
-    if (family == AddressFamily::IPV4 && list_servers(AddressFamily::IPV4, list) == Listing::SERVERS)
-        return list;
-    if (list_servers(AddressFamily::IPV6, list) == Listing::FIRST_UNSET)
-        list.server[0][0] = '\0';
+    NameServerList list;
+    bool has_ipv4_entry = false;
+    if (family == AddressFamily::IPV4) {
+        has_ipv4_entry = read_nameservers(AddressFamily::IPV4, list.servers) > 0;
+        list.count = count_before_unset(list.servers);
+        if (list.count > 0)
+            return list;
+    }
+    const bool has_ipv6_entry = read_nameservers(AddressFamily::IPV6, list.servers) > 0;
+    list.count = count_before_unset(list.servers);
+    if (has_ipv4_entry && !has_ipv6_entry) {
+        list.servers[0] = {AddressFamily::IPV4, {}};
+        list.count = 1;
+    }
     return list;
 }
 
-Resolution resolve_host(const char* host, AddressFamily family, const NameServerList& list,
-                        char (&answer)[ADDRESS_TEXT_SIZE], char (&ifname)[INTERFACE_NAME_SIZE])
+Resolution resolve_host(const char* host, AddressFamily family, const NameServerList& list, IpAddress& answer,
+                        InterfaceName& interface_name)
 {
-    if (list.server[0][0] == '\0')
+    if (list.count == 0)
         return Resolution::NO_NAME_SERVER;
-    for (const char(&server)[ADDRESS_TEXT_SIZE] : list.server) {
-        if (server[0] == '\0')
-            break;
-        if (dns_query(host, server, answer, family, ifname) == 0)
+    for (int i = 0; i < list.count; ++i) {
+        if (dns_query(host, list.servers[i], answer, family, interface_name) == 0)
             return Resolution::FOUND;
     }
     return Resolution::FAILED;
+}
+
+int check_dns(AddressFamily family, int device_class, InterfaceName& interface_name)
+{
+    IpAddress answer;
+    const char* host = built_in_target(family, device_class).query_host;
+    const Resolution resolution = resolve_host(host, family, collect_name_servers(family), answer, interface_name);
+    return resolution == Resolution::FOUND ? 0 : -1;
 }

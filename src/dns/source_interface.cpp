@@ -1,16 +1,17 @@
 #include "dns/source_interface.h"
 
-#include <arpa/inet.h>
 #include <net/if.h>
 
 #include <cstring>
+
+#include "platform/text_field.h"
 
 namespace
 {
 
 constexpr int MAX_CANDIDATES = 10;
 
-// The entry's IPv6 address, or null when its interface is down or its address of another family.
+// Returns the entry's IPv6 address, or null if its interface is down or its address is of another family.
 const in6_addr* ipv6_address_in_use(const ifaddrs& entry)
 {
     if ((entry.ifa_flags & IFF_UP) == 0 || entry.ifa_addr == nullptr || entry.ifa_addr->sa_family != AF_INET6)
@@ -43,38 +44,38 @@ const char* choose_ipv6_interface(const ifaddrs* list)
     return chosen;
 }
 
-const in6_addr* link_local_address(const ifaddrs* list, const char* name)
+const in6_addr* link_local_address(const ifaddrs* list, const char* interface_name)
 {
     for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
         const in6_addr* address = ipv6_address_in_use(*entry);
-        if (address != nullptr && std::strcmp(entry->ifa_name, name) == 0 && IN6_IS_ADDR_LINKLOCAL(address))
+        if (address != nullptr && std::strcmp(entry->ifa_name, interface_name) == 0 && IN6_IS_ADDR_LINKLOCAL(address))
             return address;
     }
     return nullptr;
 }
 
-int pick_ipv6_interface(char (&ifname)[INTERFACE_NAME_SIZE])
+int pick_ipv6_interface(InterfaceName& interface_name)
 {
     ifaddrs* list;
     if (getifaddrs(&list) != 0)
         return -1;
     const char* chosen = choose_ipv6_interface(list);
-    if (chosen != nullptr) {
-        std::strncpy(ifname, chosen, sizeof ifname - 1);
-        ifname[sizeof ifname - 1] = '\0';
-    }
+    if (chosen != nullptr)
+        copy_text(chosen, std::strlen(chosen), interface_name.text);
     freeifaddrs(list);
     return chosen != nullptr ? 0 : -1;
 }
 
-int find_link_local_addr(const char* ifname, char (&text)[INET6_ADDRSTRLEN])
+int find_link_local_addr(const char* interface_name, IpAddress& address)
 {
     ifaddrs* list;
     if (getifaddrs(&list) != 0)
         return -1;
-    const in6_addr* address = link_local_address(list, ifname);
-    if (address != nullptr)
-        inet_ntop(AF_INET6, address, text, sizeof text);
+    const in6_addr* found = link_local_address(list, interface_name);
+    if (found != nullptr) {
+        address = {AddressFamily::IPV6, {}};
+        std::memcpy(address.bytes, found, sizeof *found);
+    }
     freeifaddrs(list);
-    return address != nullptr ? 0 : -1;
+    return found != nullptr ? 0 : -1;
 }

@@ -10,15 +10,22 @@ namespace
 
 constexpr char IPV4_TABLE[] = "/proc/net/route";
 constexpr char IPV6_TABLE[] = "/proc/net/ipv6_route";
-// A line of the IPv4 table is padded to 127 characters and arrives as three pieces; the first holds all that is needed.
-// A line of the IPv6 table with a device name of up to 8 characters fills one piece; a longer name is cut.
+// A line of the IPv4 table is padded to 127 characters and arrives as three pieces; the first has all that is needed.
+// A line of the IPv6 table with a device name of up to 8 characters fills one piece; a longer device name is cut.
 constexpr std::size_t IPV4_PIECE_SIZE = 56;
 constexpr std::size_t IPV6_PIECE_SIZE = 150;
 
 constexpr std::size_t DEVICE_NAME_SIZE = 16;
 constexpr std::uint32_t UP_AND_GATEWAY = 0x3; // RTF_UP | RTF_GATEWAY, and no other flag
 
-// Reads a word of at most 15 characters, leaving `text` behind it; an empty one at the end of the text.
+enum class RouteMatch { NONE, GATEWAY, END_OF_TABLE };
+
+bool is_gateway_route(std::uint32_t flags, const char* device, const InterfaceName& interface_name)
+{
+    return flags == UP_AND_GATEWAY && std::strstr(device, interface_name.text) != nullptr;
+}
+
+// Reads a word of at most 15 characters and leaves `text` after it. The word is empty at the end of the text.
 void take_device_name(const char*& text, char (&name)[DEVICE_NAME_SIZE])
 {
     text = skip_white_space(text);
@@ -28,18 +35,19 @@ void take_device_name(const char*& text, char (&name)[DEVICE_NAME_SIZE])
     name[length] = '\0';
 }
 
-RouteMatch match_ipv4_piece(const char* piece, const char* name, in_addr& gateway)
+RouteMatch match_ipv4_piece(const char* piece, const InterfaceName& interface_name, IpAddress& gateway)
 {
     char device[DEVICE_NAME_SIZE];
     std::uint32_t destination;
     std::uint32_t next_hop;
     std::uint32_t flags;
     take_device_name(piece, device);
-    if (!take_hex(piece, 8, destination) || !take_hex(piece, 8, next_hop) || !take_hex(piece, 8, flags))
+    if (!take_hex(piece, 8, destination) || !take_hex(piece, 8, next_hop) || !take_hex(piece, 4, flags) ||
+        !is_gateway_route(flags, device, interface_name))
         return RouteMatch::NONE;
-    if (flags != UP_AND_GATEWAY || std::strstr(device, name) == nullptr)
-        return RouteMatch::NONE;
-    gateway.s_addr = next_hop;
+    // The kernel printed the address as a number of this machine, so the number in memory is the address again.
+    gateway = {AddressFamily::IPV4, {}};
+    std::memcpy(gateway.bytes, &next_hop, sizeof next_hop);
     return RouteMatch::GATEWAY;
 }
 
@@ -55,7 +63,7 @@ int take_ipv6_bytes(const char*& text, unsigned char (&bytes)[16])
     return 16;
 }
 
-RouteMatch match_ipv6_piece(const char* piece, const char* name, in6_addr& gateway)
+RouteMatch match_ipv6_piece(const char* piece, const InterfaceName& interface_name, IpAddress& gateway)
 {
     piece = skip_white_space(piece);
     if (*piece == '\0')
@@ -66,48 +74,43 @@ RouteMatch match_ipv6_piece(const char* piece, const char* name, in6_addr& gatew
         return RouteMatch::END_OF_TABLE;
 
     unsigned char source[16];
-    unsigned char next_hop[16];
+    IpAddress next_hop = {AddressFamily::IPV6, {}};
     std::uint32_t unused; // prefix lengths, metric, reference count, use
     std::uint32_t flags;
     if (groups < 16 || !take_hex(piece, 2, unused) || take_ipv6_bytes(piece, source) < 16 ||
-        !take_hex(piece, 2, unused) || take_ipv6_bytes(piece, next_hop) < 16 || !take_hex(piece, 8, unused) ||
+        !take_hex(piece, 2, unused) || take_ipv6_bytes(piece, next_hop.bytes) < 16 || !take_hex(piece, 8, unused) ||
         !take_hex(piece, 8, unused) || !take_hex(piece, 8, unused) || !take_hex(piece, 8, flags))
         return RouteMatch::NONE;
     char device[DEVICE_NAME_SIZE];
     take_device_name(piece, device);
-    if (flags != UP_AND_GATEWAY || std::strstr(device, name) == nullptr)
+    if (!is_gateway_route(flags, device, interface_name))
         return RouteMatch::NONE;
-    std::memcpy(&gateway, next_hop, sizeof gateway);
+    gateway = next_hop;
     return RouteMatch::GATEWAY;
 }
 
 } // namespace
 
-RouteMatch match_route_piece(AddressFamily family, const char* piece, const char* name, void* gateway)
-{
-    return family == AddressFamily::IPV4 ? match_ipv4_piece(piece, name, *static_cast<in_addr*>(gateway))
-                                         : match_ipv6_piece(piece, name, *static_cast<in6_addr*>(gateway));
-}
-
-int find_gateway(AddressFamily family, TextReader& reader, const char* name, void* gateway)
+bool find_gateway(AddressFamily family, TextReader& table, const InterfaceName& interface_name, IpAddress& gateway)
 {
     char piece[IPV6_PIECE_SIZE];
-    const std::size_t piece_size = family == AddressFamily::IPV4 ? IPV4_PIECE_SIZE : IPV6_PIECE_SIZE;
+    const bool is_ipv4 = family == AddressFamily::IPV4;
+    const std::size_t piece_size = is_ipv4 ? IPV4_PIECE_SIZE : IPV6_PIECE_SIZE;
     RouteMatch match = RouteMatch::NONE;
-    while (match == RouteMatch::NONE && read_piece(reader, piece, piece_size))
-        match = match_route_piece(family, piece, name, gateway);
-    return match == RouteMatch::GATEWAY ? 0 : 1;
+    while (match == RouteMatch::NONE && read_piece(table, piece, piece_size)) {
+        match = is_ipv4 ? match_ipv4_piece(piece, interface_name, gateway)
+                        : match_ipv6_piece(piece, interface_name, gateway);
+    }
+    return match == RouteMatch::GATEWAY;
 }
 
-int read_gateway(AddressFamily family, const char* name, char* text, void* gateway)
+int read_gateway(AddressFamily family, const InterfaceName& interface_name, IpAddress& gateway)
 {
-    std::memset(gateway, 0, address_size(family));
-    int result = 1;
-    TextReader reader;
-    if (open_text_file(family == AddressFamily::IPV4 ? IPV4_TABLE : IPV6_TABLE, reader)) {
-        result = find_gateway(family, reader, name, gateway);
-        close_text_file(reader);
-    }
-    inet_ntop(socket_family(family), gateway, text, family == AddressFamily::IPV4 ? INET_ADDRSTRLEN : INET6_ADDRSTRLEN);
-    return result;
+    gateway = {family, {}};
+    TextReader table;
+    if (!open_kernel_file(family == AddressFamily::IPV4 ? IPV4_TABLE : IPV6_TABLE, table))
+        return 1;
+    const bool found = find_gateway(family, table, interface_name, gateway);
+    close_text_file(table);
+    return found ? 0 : 1;
 }

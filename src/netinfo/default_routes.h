@@ -1,36 +1,18 @@
 // The gateway of an interface, from the kernel's route tables.
 #pragma once
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include "interface_name.h"
+#include "ip_address.h"
+#include "platform/text_io.h"
 
-#include "address_family.h"
-#include "platform/text_file.h"
+// Scans "/proc/net/route" (fib_route_seq_show in the kernel: a header, then name, destination, gateway, flags and more,
+// the addresses as numbers in the host's byte order) or "/proc/net/ipv6_route" (rt6_info_route: destination, source and
+// next hop as bytes, flags, device name) in pieces of 55 characters for IPv4 and 149 for IPv6. The first route decides
+// whose flags are exactly up and gateway, and whose device name contains the interface name, so that eth0 also matches
+// eth0.1. A piece of the IPv6 table that does not begin with a hexadecimal digit ends the search, unless it is blank.
+// Returns false, with `gateway` untouched, if no such route is found.
+bool find_gateway(AddressFamily family, TextReader& table, const InterfaceName& interface_name, IpAddress& gateway);
 
-enum class RouteMatch { NONE, GATEWAY, END_OF_TABLE };
-
-// Scans one piece of "/proc/net/route" (kernel, fib_route_seq_show: a header, then name, destination, gateway, flags,
-// ..., the addresses as numbers in the host's byte order) or "/proc/net/ipv6_route" (ipv6_route_seq_show: destination,
-// source and next hop as bytes, flags, device name). GATEWAY: a route whose flags are exactly up and gateway and whose
-// device name contains `name` (so eth0 also matches eth0.1); its gateway was stored in network byte order.
-// END_OF_TABLE: not even the first field could be read. NONE: anything else, a blank piece among it.
-RouteMatch match_route_piece(AddressFamily family, const char* piece, const char* name, void* gateway);
-
-// Scans a table piece by piece (55 characters for IPv4, 149 for IPv6) up to the first match. Returns 0 with the gateway
-// stored, or 1 with the gateway untouched.
-int find_gateway(AddressFamily family, TextReader& reader, const char* name, void* gateway);
-
-// Returns 0 when the interface has a gateway: its address (network byte order) and its text are stored. Returns 1 when
-// none is found: the address is all zero and the text "0.0.0.0" or "::". `text` holds INET_ADDRSTRLEN (16) or
-// INET6_ADDRSTRLEN (46) bytes by family.
-int read_gateway(AddressFamily family, const char* name, char* text, void* gateway);
-
-inline int read_ipv4_gateway(const char* name, char (&text)[INET_ADDRSTRLEN], in_addr& gateway)
-{
-    return read_gateway(AddressFamily::IPV4, name, text, &gateway);
-}
-
-inline int read_ipv6_gateway(const char* name, char (&text)[INET6_ADDRSTRLEN], in6_addr& gateway)
-{
-    return read_gateway(AddressFamily::IPV6, name, text, &gateway);
-}
+// Reads the kernel's table of the family as find_gateway does. Returns 0 if a gateway was found. Returns 1 if not; then
+// `gateway` is unset.
+int read_gateway(AddressFamily family, const InterfaceName& interface_name, IpAddress& gateway);

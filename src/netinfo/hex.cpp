@@ -5,7 +5,7 @@
 namespace
 {
 
-// 0 to 15, or -1 for a character that is no hexadecimal digit.
+// 0 to 15, or -1 for any other character.
 int digit_value(char digit)
 {
     if (digit >= '0' && digit <= '9')

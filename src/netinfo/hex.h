@@ -4,12 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 
-// The first character of `text` that is no white space.
+// Returns the position of the first character of `text` that is no white space.
 const char* skip_white_space(const char* text);
 
-// The number that the leading hexadecimal digits of `text` write, modulo 256; 0 when there is none.
+// The value of the leading hexadecimal digits of `text`, modulo 256; 0 if there is none.
 std::uint8_t hex_to_byte(const char* text);
 
-// Passes over white space and reads up to `digits` hexadecimal digits (at most 8), leaving `text` behind the last one
-// read. Returns false, with value untouched, when no digit stands there.
+// Skips white space, reads up to `digits` hexadecimal digits (at most 8) and leaves `text` after the last one read.
+// Returns false, with `value` untouched, if the next character is no such digit.
 bool take_hex(const char*& text, std::size_t digits, std::uint32_t& value);

@@ -5,20 +5,17 @@
 
 #include "netinfo/hex.h"
 #include "platform/address_text.h"
-#include "platform/shell_word.h"
+#include "platform/text_field.h"
 
 namespace
 {
-
-constexpr char COMMAND[] = "LANG=C /sbin/ifconfig ";
-constexpr std::size_t COMMAND_SIZE = 2048;
 
 constexpr std::size_t IPV4_TEXT_LENGTH = 50;
 constexpr std::size_t IPV6_EXAMINED_LENGTH = 43; // a full address, a slash and a three-digit prefix length
 constexpr std::size_t PREFIX_TEXT_LENGTH = 9;
 
 // What follows the first `label` in the line, or null.
-const char* text_behind(const char* line, const char* label)
+const char* text_after(const char* line, const char* label)
 {
     const char* found = std::strstr(line, label);
     return found == nullptr ? nullptr : found + std::strlen(label);
@@ -33,11 +30,11 @@ void parse_hardware_address(const char* text, unsigned char (&address)[6])
         address[i] = i * GROUP_DISTANCE < length ? hex_to_byte(text + i * GROUP_DISTANCE) : 0;
 }
 
-void parse_ipv4_address(const char* text, in_addr& address)
+void parse_ipv4_address(const char* text, IpAddress& address)
 {
     char address_text[IPV4_TEXT_LENGTH + 1];
     copy_leading(text, IPV4_TEXT_CHARACTERS, address_text);
-    convert_address(AddressFamily::IPV4, address_text, &address);
+    convert_address(AddressFamily::IPV4, address_text, address);
 }
 
 struct Ipv6Item {
@@ -74,14 +71,14 @@ void split_ipv6_item(const char* text, Ipv6Item& item)
     }
 }
 
-// True when the address converted; a prefix length is taken in any case.
+// Returns whether the address converted. The prefix length is taken in any case.
 bool parse_ipv6_address(const char* text, NetConfig& config)
 {
     Ipv6Item item;
     split_ipv6_item(text, item);
     if (item.prefix[0] != '\0')
         config.ipv6_prefix_len = static_cast<std::uint16_t>(std::strtoll(item.prefix, nullptr, 10));
-    return convert_address(AddressFamily::IPV6, item.address, &config.ipv6_addr);
+    return convert_address(AddressFamily::IPV6, item.address, config.ipv6_addr);
 }
 
 } // namespace
@@ -89,27 +86,23 @@ bool parse_ipv6_address(const char* text, NetConfig& config)
 IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config)
 {
     IfconfigItems items = {false, false, false};
-    if (const char* text = text_behind(line, "HWaddr ")) {
+    if (const char* text = text_after(line, "HWaddr ")) {
         parse_hardware_address(text, config.hw_addr);
         items.hardware_address = true;
     }
-    if (const char* text = text_behind(line, "inet addr:")) {
+    if (const char* text = text_after(line, "inet addr:")) {
         parse_ipv4_address(text, config.ipv4_addr);
         items.ipv4_address = true;
     }
-    if (const char* text = text_behind(line, "Mask:"))
+    if (const char* text = text_after(line, "Mask:"))
         parse_ipv4_address(text, config.ipv4_mask);
-    const char* text = text_behind(line, "inet6 addr:");
+    const char* text = text_after(line, "inet6 addr:");
     if (text != nullptr && *text != '\0' && std::strstr(line, "Scope:Global") != nullptr)
-        items.global_ipv6_address = parse_ipv6_address(text + 1, config); // behind the blank
+        items.global_ipv6_address = parse_ipv6_address(text + 1, config); // after the blank
     return items;
 }
 
-bool open_ifconfig(const char* name, ShellPipe& pipe)
+bool start_ifconfig(const char* interface_name, Tool& ifconfig)
 {
-    constexpr std::size_t COMMAND_LENGTH = sizeof COMMAND - 1;
-    char command[COMMAND_SIZE];
-    std::memcpy(command, COMMAND, COMMAND_LENGTH);
-    return quote_shell_word(name, command + COMMAND_LENGTH, sizeof command - COMMAND_LENGTH) > 0 &&
-           open_shell_pipe(command, pipe);
+    return start_tool("/sbin/ifconfig", interface_name, nullptr, ifconfig);
 }

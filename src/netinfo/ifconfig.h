@@ -1,10 +1,10 @@
-// What ifconfig prints about an interface, in the classic form of net-tools and BusyBox.
+// What ifconfig prints about an interface, in the classic form of net-tools 1 and BusyBox.
 #pragma once
 
 #include <cstddef>
 
 #include "net_config.h"
-#include "platform/shell_pipe.h"
+#include "platform/tool.h"
 
 inline constexpr std::size_t IFCONFIG_LINE_SIZE = 2047; // lines of at most 2046 characters
 
@@ -15,10 +15,11 @@ struct IfconfigItems {
     bool global_ipv6_address; // "inet6 addr:" with "Scope:Global", and its text converted
 };
 
-// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len (network byte order). A
-// text that does not convert leaves its field as it was; missing groups of a MAC address are 0.
+// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len. A text that does not
+// convert leaves its field as it was; the prefix length is stored even if the address before it does not convert.
+// Missing groups of a MAC address are 0.
 IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config);
 
-// Starts ifconfig with the name as its one argument, whatever characters it holds. Returns false when it could not be
-// started.
-bool open_ifconfig(const char* name, ShellPipe& pipe);
+// Starts ifconfig with the interface name as its only argument, whatever characters it holds. Returns false if it could
+// not be started.
+bool start_ifconfig(const char* interface_name, Tool& ifconfig);

@@ -10,60 +10,59 @@
 namespace
 {
 
-// True when the output shows that the interface is present.
-bool read_ifconfig_output(TextReader& reader, NetConfig& found)
+// Returns whether the output shows that the interface is present.
+bool read_ifconfig_output(TextReader& output, NetConfig& found)
 {
     bool present = false;
     char line[IFCONFIG_LINE_SIZE];
-    while (read_piece(reader, line)) {
+    while (read_piece(output, line)) {
         if (parse_ifconfig_line(line, found).hardware_address)
             present = true;
     }
     return present;
 }
 
-// Any DNS server answers questions for IPv4 addresses, but only one that is reached over IPv6 serves IPv6. Only the
-// first slot counts; it is unset, too, when the files' first entry does not convert.
-bool has_dns_server(AddressFamily family, const NetConfig& config)
+// Any name server answers questions for IPv4 addresses, but only one that is reached over IPv6 serves IPv6. Only the
+// first slot counts. It is also unset if the first entry of the files does not convert.
+bool has_name_server(AddressFamily family, const NetConfig& config)
 {
-    if (!is_unset(AddressFamily::IPV6, &config.ipv6_dns[0]))
+    if (!is_unset(config.ipv6_dns[0]))
         return true;
-    return family == AddressFamily::IPV4 && !is_unset(AddressFamily::IPV4, &config.ipv4_dns[0]);
+    return family == AddressFamily::IPV4 && !is_unset(config.ipv4_dns[0]);
 }
 
-int find_verdict(AddressFamily family, NetConfig& config)
+FamilyOutcome find_verdict(AddressFamily family, NetConfig& config)
 {
-    if (is_unset(family, interface_address(family, config)))
+    if (is_unset(interface_address(family, config)))
         return NO_ADDRESS;
-    if (is_unset(family, gateway(family, config)))
+    if (is_unset(gateway(family, config)))
         return NO_GATEWAY;
-    if (!has_dns_server(family, config))
-        return NO_DNS_SERVER;
+    if (!has_name_server(family, config))
+        return NO_NAME_SERVER;
     return INTERFACE_READY;
 }
 
 } // namespace
 
-void read_gateway_and_nameservers(AddressFamily family, const char* name, NetConfig& config)
+void read_gateway_and_name_servers(AddressFamily family, const InterfaceName& interface_name, NetConfig& config)
 {
-    char text[INET6_ADDRSTRLEN];
-    AnyAddress address;
-    if (read_gateway(family, name, text, &address) == 0)
-        std::memcpy(gateway(family, config), &address, address_size(family));
+    IpAddress found;
+    if (read_gateway(family, interface_name, found) == 0)
+        gateway(family, config) = found;
 
     NameServerSlots servers;
-    if (read_nameservers(family, &servers) > 0)
-        std::memcpy(dns_servers(family, config), &servers, MAX_NAME_SERVERS * address_size(family));
+    if (read_nameservers(family, servers) > 0)
+        std::memcpy(name_servers(family, config), servers, sizeof servers);
 }
 
-int check_interface(const char* name, const RunOptions& options, NetConfig& config)
+int check_interface(const InterfaceName& interface_name, const RunOptions& options, NetConfig& config)
 {
-    ShellPipe pipe;
-    if (!open_ifconfig(name, pipe))
+    Tool ifconfig;
+    if (!start_ifconfig(interface_name.text, ifconfig))
         return EXAMINATION_IMPOSSIBLE;
     NetConfig found = {};
-    const bool present = read_ifconfig_output(pipe.reader, found);
-    close_shell_pipe(pipe);
+    const bool present = read_ifconfig_output(ifconfig.output, found);
+    finish_tool(ifconfig);
     if (!present)
         return INTERFACE_MISSING;
 
@@ -73,14 +72,14 @@ int check_interface(const char* name, const RunOptions& options, NetConfig& conf
     config.ipv6_addr = found.ipv6_addr;
     config.ipv6_prefix_len = found.ipv6_prefix_len;
     for (const AddressFamily family : ADDRESS_FAMILIES)
-        read_gateway_and_nameservers(family, name, config);
+        read_gateway_and_name_servers(family, interface_name, config);
 
     if (!is_enabled(AddressFamily::IPV4, options) && !is_enabled(AddressFamily::IPV6, options))
         return INTERFACE_READY;
-    int code = 0;
+    ResultCode code = 0;
     for (const AddressFamily family : ADDRESS_FAMILIES) {
         if (is_enabled(family, options))
-            code = with_family_nibble(family, code, find_verdict(family, config));
+            code = with_family_outcome(family, code, find_verdict(family, config));
     }
     return code;
 }

@@ -1,11 +1,9 @@
 #include "netinfo/link_state.h"
 
-#include <sys/stat.h>
-
 #include <cstdio>
 #include <cstring>
 
-#include "platform/text_file.h"
+#include "platform/text_io.h"
 
 namespace
 {
@@ -24,16 +22,14 @@ int read_link_state(TextReader& reader)
 
 } // namespace
 
-int get_link_state(const char* name)
+int get_link_state(const char* interface_name)
 {
     char path[256];
-    std::snprintf(path, sizeof path, "/sys/class/net/%s/operstate", name);
+    std::snprintf(path, sizeof path, "/sys/class/net/%s/operstate", interface_name);
 
-    struct stat status;
-    if (stat(path, &status) != 0 || (status.st_mode & S_IFREG) == 0)
-        return -1;
+    // A listed name may hold "/" and "..", so the path may lead anywhere.
     TextReader reader;
-    if (!open_text_file(path, reader))
+    if (!open_regular_file(path, reader))
         return -1;
     const int state = read_link_state(reader);
     close_text_file(reader);

@@ -1,6 +1,6 @@
 // Whether the kernel reports an interface's link as up.
 #pragma once
 
-// Reads /sys/class/net/NAME/operstate (kernel documentation, sysfs-class-net). Returns 1 for up, 0 for down, -1 when
-// there is no such readable file or it names any other state.
-int get_link_state(const char* name);
+// Reads /sys/class/net/NAME/operstate (kernel documentation, sysfs-class-net). Returns 1 if its first line begins with
+// "up", 0 if it begins with "down", and -1 for any other text or if there is no such readable file.
+int get_link_state(const char* interface_name);

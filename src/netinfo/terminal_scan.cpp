@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "netinfo/link_state.h"
+#include "platform/text_field.h"
 #include "result_code.h"
 
 namespace
@@ -19,11 +20,11 @@ bool is_name_character(char character)
            (character >= '0' && character <= '9') || character == '.' || character == '-' || character == '/';
 }
 
-void read_scan_output(TextReader& reader, ScannedInterface& entry)
+void read_scan_output(TextReader& output, ScannedInterface& entry)
 {
     NetConfig discarded = {}; // only the status of an entry survives
     char line[IFCONFIG_LINE_SIZE];
-    while (read_piece(reader, line)) {
+    while (read_piece(output, line)) {
         const IfconfigItems items = parse_ifconfig_line(line, discarded);
         if (items.hardware_address)
             entry.link_state = get_link_state(entry.name);
@@ -33,15 +34,15 @@ void read_scan_output(TextReader& reader, ScannedInterface& entry)
 
 void scan_interface(ScannedInterface& entry)
 {
-    ShellPipe pipe;
-    if (!open_ifconfig(entry.name, pipe))
+    Tool ifconfig;
+    if (!start_ifconfig(entry.name, ifconfig))
         return;
-    read_scan_output(pipe.reader, entry);
-    close_shell_pipe(pipe);
+    read_scan_output(ifconfig.output, entry);
+    finish_tool(ifconfig);
 }
 
-// Reads the characters of one name up to a comma or the end, leaving `list` there, and stores as many as fit. Returns
-// how many there are.
+// Reads one name up to a comma or the end, and leaves `list` there. Stores the characters that fit. Returns how many
+// characters the name has.
 std::size_t take_listed_name(const char*& list, char (&name)[SCANNED_NAME_SIZE])
 {
     std::size_t length = 0;
@@ -84,13 +85,13 @@ int update_scan_status(int status, const IfconfigItems& items)
     return status;
 }
 
-int select_interface(const ScannedInterface* table, std::size_t count, char (&selected)[INTERFACE_NAME_SIZE])
+int select_interface(const ScannedInterface* table, std::size_t count, InterfaceName& selected)
 {
-    static_assert(SCANNED_NAME_SIZE <= INTERFACE_NAME_SIZE, "a listed name fits the driver's buffer");
+    static_assert(SCANNED_NAME_SIZE <= INTERFACE_NAME_SIZE, "a listed name fits into an interface name");
     int result = INTERFACE_MISSING;
     for (const ScannedInterface* entry = table; entry != table + count; ++entry) {
         if ((entry->status & HAS_ADDRESS) != 0) {
-            std::memcpy(selected, entry->name, sizeof entry->name);
+            copy_text(entry->name, std::strlen(entry->name), selected.text);
             return entry->status & HAS_ADDRESS;
         }
         if (entry->status == PRESENT)
@@ -99,7 +100,7 @@ int select_interface(const ScannedInterface* table, std::size_t count, char (&se
     return result;
 }
 
-int scan_terminal_interfaces(const char* list, char (&selected)[INTERFACE_NAME_SIZE])
+int scan_terminal_interfaces(const char* list, InterfaceName& selected)
 {
     ScannedInterface table[MAX_SCANNED_INTERFACES];
     const std::size_t count = split_interface_list(list, table);

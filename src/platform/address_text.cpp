@@ -2,14 +2,19 @@
 
 #include <arpa/inet.h>
 
-bool convert_address(AddressFamily family, const char* text, void* address)
+#include <cstring>
+
+bool convert_address(AddressFamily family, const char* text, IpAddress& address)
 {
-    // Some C libraries write part of the target when they fail.
-    AnyAddress converted;
-    const int result =
-        family == AddressFamily::IPV4 ? inet_aton(text, &converted.ipv4) : inet_pton(AF_INET6, text, &converted.ipv6);
-    if (result != 1)
+    // Some C libraries write part of the target even if they fail.
+    IpAddress converted = {family, {}};
+    in_addr ipv4;
+    const bool is_address =
+        family == AddressFamily::IPV4 ? inet_aton(text, &ipv4) == 1 : inet_pton(AF_INET6, text, converted.bytes) == 1;
+    if (!is_address)
         return false;
-    std::memcpy(address, &converted, address_size(family));
+    if (family == AddressFamily::IPV4)
+        std::memcpy(converted.bytes, &ipv4, sizeof ipv4);
+    address = converted;
     return true;
 }

@@ -4,10 +4,14 @@
 
 #include <cstring>
 
+#include "platform/text_field.h"
+
 namespace
 {
 
-// Replaces `value` when the line gives one for the key.
+constexpr char CONFIG_FILE_PATH[] = "/etc/tolvane.cfg";
+
+// Replaces `value` if the line has one for the key.
 template <std::size_t KEY_SIZE, std::size_t SIZE>
 void take_value(const char* line, const char (&key)[KEY_SIZE], char (&value)[SIZE])
 {
@@ -16,9 +20,7 @@ void take_value(const char* line, const char (&key)[KEY_SIZE], char (&value)[SIZ
     if (std::strncmp(line, key, KEY_LENGTH) != 0)
         return;
     const char* text = line + KEY_LENGTH;
-    const std::size_t length = std::strcspn(text, "\r\x0F");
-    std::memcpy(value, text, length);
-    value[length] = '\0';
+    copy_text(text, std::strcspn(text, "\r\x0F"), value);
 }
 
 } // namespace
@@ -39,7 +41,7 @@ ProbeConfig parse_probe_config(TextReader& reader)
 ProbeConfig read_probe_config()
 {
     TextReader reader;
-    if (!open_text_file(CONFIG_FILE_PATH, reader))
+    if (!open_regular_file(CONFIG_FILE_PATH, reader))
         return {};
     const ProbeConfig config = parse_probe_config(reader);
     close_text_file(reader);

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "platform/shell_pipe.h"
-#include "platform/shell_word.h"
+#include "platform/text_field.h"
+#include "platform/tool.h"
 
 namespace
 {
@@ -19,13 +19,8 @@ constexpr char CHECKSUM_END[] = "</checksum>";
 constexpr std::size_t DIGEST_LENGTH = 32;
 constexpr std::size_t DIGEST_LINE_SIZE = 512;
 
-// printf, not echo: what echo makes of backslashes and of a leading "-n" depends on the shell.
-constexpr char COMMAND_START[] = "printf %s ";
-constexpr char COMMAND_END[] = " | md5sum";
-constexpr std::size_t COMMAND_SIZE = 256;
-
-// Copies what stands between the first `start` of the chunk and the next `end`, as far as it fits; false when there is
-// no start or nothing behind it. Without an end the text reaches to the end of the chunk.
+// Copies the text between the first `start` of the chunk and the next `end`, as far as it fits. Without an end the text
+// reaches to the end of the chunk. Returns false if there is no start or nothing after it.
 template <std::size_t SIZE> bool copy_between(const char* chunk, const char* start, const char* end, char (&text)[SIZE])
 {
     const char* found = std::strstr(chunk, start);
@@ -33,12 +28,18 @@ template <std::size_t SIZE> bool copy_between(const char* chunk, const char* sta
         return false;
     found += std::strlen(start);
     const char* stop = std::strstr(found, end);
-    std::size_t length = stop != nullptr ? static_cast<std::size_t>(stop - found) : std::strlen(found);
-    if (length > SIZE - 1)
-        length = SIZE - 1;
-    std::memcpy(text, found, length);
-    text[length] = '\0';
-    return length > 0;
+    copy_text(found, stop != nullptr ? static_cast<std::size_t>(stop - found) : std::strlen(found), text);
+    return text[0] != '\0';
+}
+
+// Leaves `digest`, a field of zeros, empty if the system's md5sum prints none. MD5 is that of RFC 1321.
+void md5_hex_digest(const char* text, char (&digest)[DIGEST_FIELD_SIZE])
+{
+    Tool md5sum;
+    if (!start_tool("md5sum", nullptr, text, md5sum))
+        return;
+    take_digest(md5sum.output, digest);
+    finish_tool(md5sum);
 }
 
 } // namespace
@@ -58,28 +59,9 @@ void take_digest(TextReader& output, char (&digest)[DIGEST_FIELD_SIZE])
     }
 }
 
-void md5_hex_digest(const char* text, char (&digest)[DIGEST_FIELD_SIZE])
-{
-    char command[COMMAND_SIZE];
-    std::size_t length = sizeof COMMAND_START - 1;
-    std::memcpy(command, COMMAND_START, length);
-    const std::size_t word_length =
-        quote_shell_word(text, command + length, sizeof command - length - sizeof COMMAND_END);
-    if (word_length == 0)
-        return;
-    length += word_length;
-    std::memcpy(command + length, COMMAND_END, sizeof COMMAND_END);
-
-    ShellPipe pipe;
-    if (!open_shell_pipe(command, pipe))
-        return;
-    take_digest(pipe.reader, digest);
-    close_shell_pipe(pipe);
-}
-
 bool verify_probe_chunk(const char* chunk)
 {
-    // The checksum is looked for before the digest is computed: a chunk that lacks it starts no process.
+    // The checksum is looked for before the digest is computed: a chunk without one starts no process.
     ProbeDocument document;
     if (!find_probe_document(chunk, document))
         return false;

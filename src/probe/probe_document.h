@@ -3,29 +3,27 @@
 
 #include <cstddef>
 
-#include "platform/text_file.h"
+#include "platform/text_io.h"
 
 inline constexpr std::size_t PROBE_CHUNK_LENGTH = 1023; // bytes of one read
 inline constexpr std::size_t DIGEST_FIELD_SIZE = 40;
-inline constexpr std::size_t DATE_SIZE = 21;     // dates of at most 20 characters
-inline constexpr std::size_t CHECKSUM_SIZE = 34; // checksum texts of at most 33 characters, one more than fit a digest
+inline constexpr std::size_t DATE_SIZE = 21; // dates of at most 20 characters
+// Texts of at most 33 characters, one more than a digest has, so that a longer checksum never matches.
+inline constexpr std::size_t CHECKSUM_SIZE = 34;
 
 struct ProbeDocument {
     char date[DATE_SIZE];
     char checksum[CHECKSUM_SIZE];
 };
 
-// Finds the declaration, the date and the checksum in a chunk, a text. Returns false when one of them is missing or
+// Finds the declaration, the date and the checksum in a chunk, a text. Returns false if one of them is missing or
 // empty.
 bool find_probe_document(const char* chunk, ProbeDocument& document);
 
-// Takes the digest from the output of md5sum: the first 32 characters of the last line that has so many. `digest` stays
-// as it was when there is no such line.
+// Takes the digest from the output of md5sum: the first 32 characters of the last line that has so many. If no line
+// has, `digest`, a field of zeros, stays empty.
 void take_digest(TextReader& output, char (&digest)[DIGEST_FIELD_SIZE]);
 
-// Writes the MD5 digest (RFC 1321) of the text, at most 20 bytes of any value, as 32 lower-case hexadecimal characters
-// at the start of the zeroed field. The field stays empty when the system's md5sum gave none.
-void md5_hex_digest(const char* text, char (&digest)[DIGEST_FIELD_SIZE]);
-
-// True when the chunk, a text of at most PROBE_CHUNK_LENGTH bytes, carries the document with the digest of its date.
+// Returns true if the chunk, a text of at most PROBE_CHUNK_LENGTH bytes, carries the document with the digest of its
+// date.
 bool verify_probe_chunk(const char* chunk);

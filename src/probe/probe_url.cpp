@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/text_field.h"
+
 namespace
 {
 
@@ -10,11 +12,20 @@ constexpr char SCHEME[] = "http://";
 constexpr std::size_t SCHEME_LENGTH = sizeof SCHEME - 1;
 constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
 
-// The number that leads the text as atoi reads it, modulo 65536; atoi itself may do anything with a number beyond int.
+// The leading number of the text, modulo 65536. Not atoi: it is undefined for a number beyond int.
 std::uint16_t port_number(const char* text)
 {
     const auto port = static_cast<std::uint16_t>(std::strtoll(text, nullptr, 10));
     return port == 0 ? HTTP_PORT : port;
+}
+
+// Cuts the text before the first `mark`. Returns the position of the mark, or null if there is none.
+const char* cut_before(char* text, char mark)
+{
+    char* found = std::strchr(text, mark);
+    if (found != nullptr)
+        *found = '\0';
+    return found;
 }
 
 } // namespace
@@ -25,21 +36,14 @@ bool split_probe_url(const char* url, ProbeUrl& parts)
         return false;
     const char* word = url + SCHEME_LENGTH;
     word += std::strspn(word, WHITE_SPACE);
-    std::size_t length = std::strcspn(word, WHITE_SPACE);
-    if (length > URL_WORD_SIZE - 1)
-        length = URL_WORD_SIZE - 1;
-    std::memcpy(parts.host, word, length);
-    parts.host[length] = '\0';
+    copy_text(word, std::strcspn(word, WHITE_SPACE), parts.host);
 
-    char* slash = std::strchr(parts.host, '/');
+    const char* slash = std::strchr(parts.host, '/');
     const char* path = slash != nullptr ? slash : "/";
-    std::memcpy(parts.path, path, std::strlen(path) + 1);
-    if (slash != nullptr)
-        *slash = '\0';
+    copy_text(path, std::strlen(path), parts.path);
+    cut_before(parts.host, '/');
 
-    char* colon = std::strchr(parts.host, ':');
+    const char* colon = cut_before(parts.host, ':');
     parts.port = colon != nullptr ? port_number(colon + 1) : HTTP_PORT;
-    if (colon != nullptr)
-        *colon = '\0';
     return true;
 }
