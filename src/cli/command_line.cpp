@@ -35,7 +35,7 @@ constexpr char USAGE[] = "Varnoko Internet Connection Checker Ver." TOLVANE_VERS
                          "            tolvane -woi -i eth2\n"
                          "            tolvane -trm eth0,wlan0 -dev1\n";
 
-enum class Option {
+enum class Option : unsigned char {
     VERSION,
     INTERFACE,
     WITHOUT_INTERFACE_CHECK,

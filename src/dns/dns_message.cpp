@@ -1,5 +1,6 @@
 #include "dns/dns_message.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace
@@ -15,7 +16,7 @@ constexpr std::uint16_t TYPE_A = 1;
 constexpr std::uint16_t TYPE_AAAA = 28;
 constexpr std::uint16_t CLASS_IN = 1;
 
-constexpr std::size_t HOST_TEXT_LENGTH = 127; // the host name and the dot after it
+constexpr std::size_t HOST_TEXT_SIZE = 128; // a host name of 126 characters, the dot after it and the zero
 
 // A position in a received message. No read goes past the end.
 struct Cursor {
@@ -95,11 +96,9 @@ unsigned char* put_number(unsigned char* target, std::uint16_t number)
 
 std::size_t dns_encode_name(unsigned char* target, const char* host)
 {
-    char text[HOST_TEXT_LENGTH];
-    std::size_t length = strnlen(host, HOST_TEXT_LENGTH);
-    std::memcpy(text, host, length);
-    if (length < HOST_TEXT_LENGTH)
-        text[length++] = '.';
+    char text[HOST_TEXT_SIZE];
+    std::snprintf(text, sizeof text, "%s.", host);
+    const std::size_t length = std::strlen(text);
 
     std::size_t written = 0;
     std::size_t label_start = 0;

@@ -1,9 +1,9 @@
 #include "netinfo/default_routes.h"
 
-#include <cctype>
 #include <cstring>
 
 #include "netinfo/hex.h"
+#include "platform/text_field.h"
 
 namespace
 {
@@ -29,10 +29,8 @@ bool is_gateway_route(std::uint32_t flags, const char* device, const InterfaceNa
 void take_device_name(const char*& text, char (&name)[DEVICE_NAME_SIZE])
 {
     text = skip_white_space(text);
-    std::size_t length = 0;
-    while (length < sizeof name - 1 && *text != '\0' && !std::isspace(static_cast<unsigned char>(*text)))
-        name[length++] = *text++;
-    name[length] = '\0';
+    copy_text(text, std::strcspn(text, WHITE_SPACE), name);
+    text += std::strlen(name);
 }
 
 RouteMatch match_ipv4_piece(const char* piece, const InterfaceName& interface_name, IpAddress& gateway)

@@ -1,6 +1,8 @@
 #include "netinfo/hex.h"
 
-#include <cctype>
+#include <cstring>
+
+#include "platform/text_field.h"
 
 namespace
 {
@@ -21,9 +23,7 @@ int digit_value(char digit)
 
 const char* skip_white_space(const char* text)
 {
-    while (std::isspace(static_cast<unsigned char>(*text)))
-        ++text;
-    return text;
+    return text + std::strspn(text, WHITE_SPACE);
 }
 
 std::uint8_t hex_to_byte(const char* text)

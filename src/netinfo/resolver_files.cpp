@@ -35,7 +35,8 @@ bool take_ipv4_server(const char* rest, IpAddress& server)
 bool take_ipv6_server(const char* rest, IpAddress& server)
 {
     // A dot marks an IPv4 server, or an IPv6 address with an IPv4 tail.
-    if (std::memchr(rest, '.', strnlen(rest, IPV6_TEXT_LENGTH)) != nullptr)
+    const std::size_t dot = std::strcspn(rest, ".");
+    if (dot < IPV6_TEXT_LENGTH && rest[dot] == '.')
         return false;
     char text[IPV6_TEXT_LENGTH + 1];
     copy_leading(rest, IPV6_TEXT_CHARACTERS, text);

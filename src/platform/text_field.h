@@ -1,20 +1,27 @@
-// How text is copied into a field of fixed size.
+// How text is copied into a field of fixed size, and what separates its words.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 
-// Copies the first `length` characters of the text, at most SIZE - 1 of them, and terminates them.
-template <std::size_t SIZE> void copy_text(const char* text, std::size_t length, char (&field)[SIZE])
+inline constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
+
+// Copies the first `length` characters of the text, at most size - 1 of them, and terminates them.
+inline void copy_text(const char* text, std::size_t length, char* field, std::size_t size)
 {
-    if (length > SIZE - 1)
-        length = SIZE - 1;
+    if (length > size - 1)
+        length = size - 1;
     std::memcpy(field, text, length);
     field[length] = '\0';
+}
+
+template <std::size_t SIZE> void copy_text(const char* text, std::size_t length, char (&field)[SIZE])
+{
+    copy_text(text, length, field, SIZE);
 }
 
 // Copies the leading characters of the text that are all in `allowed`.
 template <std::size_t SIZE> void copy_leading(const char* text, const char* allowed, char (&field)[SIZE])
 {
-    copy_text(text, std::strspn(text, allowed), field);
+    copy_text(text, std::strspn(text, allowed), field, SIZE);
 }

@@ -10,7 +10,6 @@ namespace
 
 constexpr char SCHEME[] = "http://";
 constexpr std::size_t SCHEME_LENGTH = sizeof SCHEME - 1;
-constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
 
 // The leading number of the text, modulo 65536. Not atoi: it is undefined for a number beyond int.
 std::uint16_t port_number(const char* text)

@@ -1,0 +1,84 @@
+# Hardening and size flags, where the toolchain supports them. CMake puts them after a packager's flags, where they would
+# win, so each is left out if the packager's flags already decide the same thing.
+include(CheckCXXCompilerFlag)
+include(CheckCXXSourceCompiles)
+include(CheckIPOSupported)
+include(CheckLinkerFlag)
+include(CheckPIESupported)
+
+if(TOLVANE_SANITIZERS)
+  add_compile_options(-fsanitize=${TOLVANE_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${TOLVANE_SANITIZERS})
+endif()
+# Debug and instrumented builds are what their flags say and nothing else.
+if(TOLVANE_SANITIZERS OR CMAKE_BUILD_TYPE STREQUAL "Debug")
+  return()
+endif()
+
+string(TOUPPER "CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}" build_type_flags)
+set(packager_flags "${CMAKE_CXX_FLAGS} ${${build_type_flags}} ${CMAKE_EXE_LINKER_FLAGS}")
+
+function(prefer_compiler_flag flag unless)
+  if(packager_flags MATCHES "${unless}")
+    return()
+  endif()
+  string(MAKE_C_IDENTIFIER "compiler_has${flag}" has)
+  check_cxx_compiler_flag(${flag} ${has})
+  if(${has})
+    target_compile_options(tolvane_options INTERFACE ${flag})
+  endif()
+endfunction()
+
+function(prefer_linker_flag flag unless)
+  if(packager_flags MATCHES "${unless}")
+    return()
+  endif()
+  string(MAKE_C_IDENTIFIER "linker_has${flag}" has)
+  check_linker_flag(C ${flag} ${has})
+  if(${has})
+    target_link_options(tolvane_options INTERFACE ${flag})
+  endif()
+endfunction()
+
+# Some C libraries lack the functions that protected code calls, so the probe is a program with such a call.
+function(prefer_stack_protector)
+  if(packager_flags MATCHES "stack-protector")
+    return()
+  endif()
+  set(CMAKE_REQUIRED_FLAGS -fstack-protector-strong)
+  check_cxx_source_compiles("
+    __attribute__((noinline)) void fill(char* text) { for (int i = 0; i < 64; ++i) text[i] = 1; }
+    int main() { char text[64]; fill(text); return text[0]; }" has_stack_protector)
+  if(has_stack_protector)
+    target_compile_options(tolvane_options INTERFACE -fstack-protector-strong)
+  endif()
+endfunction()
+
+function(prefer_position_independence)
+  if(DEFINED CMAKE_POSITION_INDEPENDENT_CODE OR packager_flags MATCHES "-static( |$)|-no-pie|-fno-(pie|PIE)")
+    return()
+  endif()
+  check_pie_supported(LANGUAGES C CXX)
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON PARENT_SCOPE)
+endfunction()
+
+if(TOLVANE_HARDENING)
+  prefer_stack_protector()
+  prefer_position_independence()
+  # The C library's headers check sizes only in optimized code.
+  if(packager_flags MATCHES "-O([^0]|$)")
+    prefer_compiler_flag(-D_FORTIFY_SOURCE=2 "_FORTIFY_SOURCE")
+  endif()
+  prefer_linker_flag(-Wl,-z,relro "norelro")
+  prefer_linker_flag(-Wl,-z,now "-z,lazy")
+  prefer_linker_flag(-Wl,-z,noexecstack "execstack")
+endif()
+
+# Without exceptions, nothing reads unwind tables.
+prefer_compiler_flag(-fno-asynchronous-unwind-tables "asynchronous-unwind-tables")
+prefer_compiler_flag(-ffunction-sections "function-sections")
+prefer_compiler_flag(-fdata-sections "data-sections")
+prefer_linker_flag(-Wl,--gc-sections "gc-sections")
+if(NOT DEFINED CMAKE_INTERPROCEDURAL_OPTIMIZATION AND NOT packager_flags MATCHES "-flto|-fno-lto")
+  check_ipo_supported(RESULT CMAKE_INTERPROCEDURAL_OPTIMIZATION OUTPUT reason LANGUAGES CXX)
+endif()
