@@ -32,9 +32,9 @@ int open_found_file(int found, const char* path)
     return file;
 }
 
-// O_PATH finds a file without opening it: to open a FIFO or a device can already have an effect. The other flags are
-// for kernels before 2.6.39, which ignore O_PATH.
-int find_and_open(const char* path)
+// Anyone can make a link to any device, and to open a device can already have an effect. O_PATH finds what the link
+// leads to without opening it. The other flags are for kernels before 2.6.39, which ignore O_PATH.
+int open_link_target(const char* path)
 {
     const int found = open(path, O_PATH | O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (found < 0)
@@ -42,6 +42,17 @@ int find_and_open(const char* path)
     const int file = is_regular_file(found) ? open_found_file(found, path) : -1;
     close(found);
     return file;
+}
+
+int open_if_regular(const char* path)
+{
+    int file = open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (file < 0 && errno == ELOOP)
+        file = open_link_target(path);
+    if (file < 0 || is_regular_file(file))
+        return file;
+    close(file);
+    return -1;
 }
 
 // Makes at least one unread byte available. Returns false at the end of the text.
@@ -77,7 +88,7 @@ bool open_kernel_file(const char* path, TextReader& reader)
 
 bool open_regular_file(const char* path, TextReader& reader)
 {
-    start_reading(reader, find_and_open(path));
+    start_reading(reader, open_if_regular(path));
     reader.left = REGULAR_FILE_LIMIT;
     return reader.descriptor >= 0;
 }

@@ -20,8 +20,9 @@ void start_reading(TextReader& reader, int descriptor);
 // is nothing to close.
 bool open_kernel_file(const char* path, TextReader& reader);
 
-// Opens a file that may be anything in a place where other users may put things. Only a regular file (through links) is
-// opened at all, and only its first 1 MiB is read. Returns false otherwise; then there is nothing to close.
+// Opens a file in whose place other users may have put anything. Only a regular file (also through links) is read, and
+// only its first 1 MiB. Nothing blocks, and a link to a device does not open the device. Returns false for anything
+// else; then there is nothing to close.
 bool open_regular_file(const char* path, TextReader& reader);
 
 void close_text_file(TextReader& reader);
