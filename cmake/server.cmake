@@ -1,0 +1,56 @@
+# The files of the probe server that name hosts, made in the build directory from the host slots: the laboratory uses
+# them too. "cmake --install BUILD --component server" installs them with the rest of server/; a device gets none.
+include(GNUInstallDirs)
+
+set(TOLVANE_FALLBACK_HOST "" CACHE STRING "DNS name of the fallback document's server, if there is one")
+
+# Slots may share a host, and some may be empty. As in DNS, neither case nor a final dot makes a name another one.
+function(tolvane_distinct_hosts result)
+  set(hosts ${ARGN})
+  list(TRANSFORM hosts TOLOWER)
+  list(TRANSFORM hosts REPLACE "[.]$" "")
+  list(REMOVE_DUPLICATES hosts)
+  set(${result} ${hosts} PARENT_SCOPE)
+endfunction()
+
+function(tolvane_server_files)
+  foreach(family V4 V6)
+    tolvane_distinct_hosts(${family}_hosts
+      ${TOLVANE_${family}_HOST_A} ${TOLVANE_${family}_HOST_B} ${TOLVANE_${family}_HOST_C} ${TOLVANE_FALLBACK_HOST})
+  endforeach()
+  # The addresses are the laboratory's, which are reserved for documentation (RFC 5737, RFC 3849).
+  foreach(host IN LISTS V4_hosts)
+    string(APPEND zone_records "\n${host}.\t3600\tIN\tA\t203.0.113.80")
+    string(APPEND hosts_lines "\n203.0.113.80 ${host}")
+  endforeach()
+  foreach(host IN LISTS V6_hosts)
+    string(APPEND zone_records "\n${host}.\t3600\tIN\tAAAA\t2001:db8:80::80")
+    string(APPEND hosts_lines "\n2001:db8:80::80 ${host}")
+  endforeach()
+
+  # nginx refuses a name that does not fit one bucket of its hash table; the usual 64 bytes hold 46 characters.
+  tolvane_distinct_hosts(all_hosts ${V4_hosts} ${V6_hosts})
+  foreach(host IN LISTS all_hosts)
+    string(APPEND nginx_names "\n\t\t${host}")
+    string(LENGTH ${host} length)
+    if(length GREATER 46)
+      set(nginx_bucket_size "server_names_hash_bucket_size 512;\n")
+    endif()
+  endforeach()
+
+  foreach(file nginx.conf probe.zone hosts tolvane-documents.service)
+    configure_file(${PROJECT_SOURCE_DIR}/server/${file}.in ${PROJECT_BINARY_DIR}/server/${file} @ONLY)
+    list(APPEND made_files ${PROJECT_BINARY_DIR}/server/${file})
+  endforeach()
+  list(FILTER made_files EXCLUDE REGEX "[.]service$")
+
+  set(server COMPONENT server EXCLUDE_FROM_ALL)
+  install(PROGRAMS server/make-probe-documents server/check-probe-server
+    DESTINATION ${CMAKE_INSTALL_BINDIR} ${server})
+  install(FILES ${made_files} server/lighttpd.conf server/README.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/tolvane-server ${server})
+  install(FILES ${PROJECT_BINARY_DIR}/server/tolvane-documents.service server/tolvane-documents.timer
+    DESTINATION lib/systemd/system ${server})
+endfunction()
+
+tolvane_server_files()
