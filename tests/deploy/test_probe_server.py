@@ -1,70 +1,177 @@
-"""The probe documents, and what the check of a probe server says of real web servers in a network of their own."""
-import datetime, hashlib, os, pathlib, re, subprocess, time
+"""The probe documents, the files made for a maker's own hosts, and the check of real web servers that use them."""
+import datetime
+import hashlib
+import os
+import pathlib
+import re
+import subprocess
+import time
+
 import pytest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-MAKE, NAMES = "server/make-probe-documents", ["tolvane.xml", *(f"tolvane{number}.xml" for number in range(1, 6))]
+MAKE = "server/make-probe-documents"
+NAMES = ["tolvane.xml", *(f"tolvane{number}.xml" for number in range(1, 6))]
 
 
-@pytest.mark.parametrize("date", ["2030-01-31", "-n $(id) `x` \\t;* #~", None])
-def test_documents_are_exact_readable_and_replaced_in_one_step(run_script, tmp_path, date):
-    lib = tmp_path / "www/lib"
-    assert run_script(MAKE, str(tmp_path / "www"), "old", stubs="umask 077").returncode == 0
-    os.link(lib / NAMES[0], tmp_path / "old")
-    assert run_script(MAKE, str(tmp_path / "www"), *([date] if date else []), stubs="umask 077").returncode == 0
-    assert b'date="old"' in (tmp_path / "old").read_bytes() and sorted(os.listdir(lib)) == NAMES
-    if date is None:
-        date = re.search('date="(.{1,20})"', (lib / NAMES[0]).read_text())[1]
-        assert 0 <= time.time() - datetime.datetime.fromisoformat(date).timestamp() < 60
+def test_documents_are_exact_readable_and_replaced_in_one_step(run_script, tmp_path):
+    lib, date = tmp_path / "www/lib", "-n $(id) `x` \\t;* #~"
     text = (f'<?xml version="1.0" encoding="UTF-8"?>\n<tolvane date="{date}">\n'
-            f'\t<checksum>{hashlib.md5(date.encode()).hexdigest()}</checksum>\n</tolvane>\n')
-    assert {(path.read_text(), path.stat().st_mode & 0o777) for path in lib.iterdir()} == {(text, 0o644)}
+            f"\t<checksum>{hashlib.md5(date.encode()).hexdigest()}</checksum>\n</tolvane>\n")
+    assert run_script(MAKE, str(tmp_path / "www"), stubs="umask 077").returncode == 0
+    os.link(lib / NAMES[0], tmp_path / "old")
+    now = re.search('date="(.{1,20})"', (tmp_path / "old").read_text())[1]
+    assert 0 <= time.time() - datetime.datetime.fromisoformat(now).timestamp() < 60
+    assert run_script(MAKE, str(tmp_path / "www"), date, stubs="umask 077").returncode == 0
     assert run_script(MAKE, str(tmp_path / "www"), "new", stubs="mv() { return 1; }").returncode != 0
-    assert sorted(os.listdir(lib)) == NAMES and (lib / NAMES[0]).read_text() == text and lib.stat().st_mode == 0o40755
+    assert now in (tmp_path / "old").read_text()
+    assert sorted(os.listdir(lib)) == NAMES
+    assert {path.read_text() for path in lib.iterdir()} == {text}
+    assert {path.stat().st_mode & 0o777 for path in lib.iterdir()} == {0o644}
+    assert lib.stat().st_mode & 0o777 == 0o755
 
 
-@pytest.mark.parametrize("date, reason", [("", "empty"), ("x" * 21, "20"), ('a"b', "quote"), ("a'b", "quote"),
-                                          ("a<b", "<"), ("a>", ">"), ("&", "&"), ("a\n", "control"), ("é", "ASCII")])
+@pytest.mark.parametrize("date, reason", [
+    pytest.param("", "empty", id="nothing"),
+    pytest.param("x" * 21, "21 characters", id="21st character"),
+    pytest.param('a"b', "quote", id="quote"),
+    pytest.param("a<b", "XML", id="markup"),
+    pytest.param("é", "ASCII", id="outside ASCII"),
+])
 def test_a_date_no_device_accepts_is_refused(run_script, tmp_path, date, reason):
     done = run_script(MAKE, str(tmp_path / "www"), date)
-    assert done.returncode == 1 and reason in done.stderr and done.stderr.count("\n") == 1
+    assert done.returncode == 1
+    assert reason in done.stderr
     assert not (tmp_path / "www").exists()
 
 
-HOST, FILL = "v6-a.probe.varnoko.example", "x" * 900
-REQUEST = f'set $asked $http_host$http_accept$server_protocol; if ($asked != "{HOST}:80HTTP/1.0") {{ return 403; }}'
-# What is said of every document; a change of the documents; lines added to the configurations of nginx and lighttpd.
-CASES = [
-    ("accepted", ":", REQUEST, ""),
-    ("accepted", "rm *[1-5]*", "error_page 404 /lib/tolvane.xml;", 'server.error-handler-404 = "/lib/tolvane.xml"'),
-    ("redirect to https://login.example/", ":", "return 302 https://login.example/;",
-     'server.modules += ("mod_redirect")\nurl.redirect = ("" => "https://login.example/")'),
-    ("split", ":", f"add_header X-Fill {FILL};",
-     f'server.modules += ("mod_setenv")\nsetenv.add-response-header = ("X-Fill" => "{FILL}")'),
-    ("no probe document", "rm *", "", ""), ("wrong declaration", "sed -i s/UTF-8/utf-8/ *", "", ""),
-    ("blanks", "sed -i 's/\t/    /' *", "", ""), ("wrong checksum", "sed -i 's/m>./m>x/' *", "", ""),
-    ("stale", f"{ROOT}/{MAKE} /srv/tolvane 2020-01-01", "", ""), ("unreachable", ":", "", "")]
-NETWORK = """set -eu; ip link set lo up; mount -t tmpfs tmpfs /srv; mount -t tmpfs tmpfs /var/lib/nginx
-server/make-probe-documents /srv/tolvane; (cd /srv/tolvane/lib; eval "$2"); echo "$3" >/srv/conf
-[ -z "$4" ] || $4 /srv/conf >&2 & until [ -z "$4" ] || curl -s -o /srv/first 'http://[::1]/'; do sleep 0.05; done
-server/check-probe-server -a 127.0.0.1 -a ::1 "$1" || echo "status $?"
-server/check-probe-server -6 -s 99999 -a ::1 "$1" || echo "status $?" """
+IPV4_HOST = "v4.maker.example"
+BOTH = "both.maker.example"
+LONG_HOST = "a-name-of-more-than-46-characters.in-a-zone-of-its-own.example"
+SLOTS = {"V4_HOST_A": IPV4_HOST, "V4_HOST_B": BOTH, "V4_HOST_C": BOTH.title() + ".",
+         "V6_HOST_A": BOTH, "V6_HOST_B": LONG_HOST, "V6_HOST_C": LONG_HOST, "FALLBACK_HOST": "fallback.example"}
 
 
-@pytest.mark.parametrize("server", ["nginx", "lighttpd"])
-@pytest.mark.parametrize("outcome, change, nginx, lighttpd", CASES, ids=[case[0] for case in CASES])
-def test_each_document_gets_its_verdict(server, outcome, change, nginx, lighttpd):
-    text, root = (ROOT / f"server/{server}.conf").read_text(), os.geteuid() == 0
-    if server == "nginx":
-        text = ("daemon off; pid /srv/pid; error_log stderr;" + ("user www-data;" if root else "user root;")
-                + "events { } http { access_log off; " + text.rpartition("}")[0] + nginx + "} }")
-    else:
-        text = (text if root else re.sub("(?m)^server.*name .*", "", text)) + lighttpd
-    command = {"nginx": "nginx -e stderr -c", "lighttpd": "lighttpd -D -f"}[server] * (outcome != "unreachable")
-    done = subprocess.run(["unshare", *([] if root else ["-r"]), "-mnpf", "--kill-child", "sh", "-c", NETWORK, "sh",
-                           HOST, change, text, command], cwd=ROOT, capture_output=True, text=True, timeout=30)
-    lines = [f"{HOST} {family} /lib/{name}: {outcome}" for family in ("IPv4", "IPv6") for name in NAMES]
-    expected = lines + ["status 1"] * (outcome != "accepted")
-    expected += [line.replace("stale", "accepted") for line in lines[6:]] + expected[12:] * (outcome != "stale")
-    said = done.stdout.splitlines()
-    assert len(said) == len(expected) and all(map(str.startswith, said, expected)), done
+@pytest.fixture(scope="module")
+def installed(tmp_path_factory):
+    """What the server component of a build for the maker's own hosts installs."""
+    work = tmp_path_factory.mktemp("server")
+    hosts = [f"-DTOLVANE_{slot}={host}" for slot, host in SLOTS.items()]
+    subprocess.run(["cmake", "-S", ROOT, "-B", work / "build", *hosts], check=True)
+    subprocess.run(["cmake", "--install", work / "build", "--component", "server"], check=True,
+                   env=os.environ | {"DESTDIR": str(work / "root")})
+    return work / "root/usr/local"
+
+
+def test_each_host_has_one_record_of_a_family(installed):
+    ipv4 = [f"{host} A 203.0.113.80" for host in (IPV4_HOST, BOTH, "fallback.example")]
+    ipv6 = [f"{host} AAAA 2001:db8:80::80" for host in (BOTH, LONG_HOST, "fallback.example")]
+    files = installed / "share/tolvane-server"
+    zone = re.findall(r"(?m)^(\S+)[.]\t3600\tIN\t(A+)\t(\S+)$", (files / "probe.zone").read_text())
+    assert [" ".join(record) for record in zone] == ipv4 + ipv6
+    hosts = re.findall("(?m)^([0-9].*) (.*)", (files / "hosts").read_text())
+    assert [(host, address) for address, host in hosts] == [(host, address) for host, _, address in zone]
+
+
+# Debian's own nginx.conf and default site serve next to the file under test. /etc/hosts stands for the name server.
+NETWORK = """
+ip link set lo up
+ip addr add 203.0.113.80/32 dev lo
+ip addr add 2001:db8:80::80/128 dev lo
+for directory in /srv /run /var/lib/nginx /var/log/nginx /etc/nginx/conf.d; do mount -t tmpfs tmpfs $directory; done
+mount --bind "$FILES/hosts" /etc/hosts
+mount --bind /dev/null /etc/resolv.conf
+server/make-probe-documents /srv/tolvane
+(cd /srv/tolvane/lib; eval "$CHANGE")
+case $SERVER in
+    nginx) { sed '$d' "$FILES/nginx.conf"; echo "$EXTRA }"; } >/etc/nginx/conf.d/tolvane.conf; nginx -q ;;
+    lighttpd) { cat "$FILES/lighttpd.conf"; echo "$EXTRA"; } >/run/conf; lighttpd -f /run/conf ;;
+esac >&2
+exec server/check-probe-server "$@"
+"""
+
+
+@pytest.fixture
+def check(installed):
+    def run(*arguments, server="nginx", change=":", extra=""):
+        names = {"FILES": str(installed / "share/tolvane-server"), "SERVER": server, "CHANGE": change, "EXTRA": extra}
+        return subprocess.run(["unshare", "-mnpf", "--kill-child", "sh", "-euc", NETWORK, "sh", *arguments], cwd=ROOT,
+                              env=os.environ | names, capture_output=True, text=True, timeout=60)
+    return run
+
+
+def lines(host, family, verdict="accepted"):
+    return [f"{host} {family} /lib/{name}: {verdict}" for name in NAMES]
+
+
+def test_own_hosts_are_served_next_to_the_default_site(check):
+    done = check(IPV4_HOST, BOTH, LONG_HOST, "fallback.example")
+    assert done.stderr == ""
+    assert done.stdout.splitlines() == [
+        *lines(IPV4_HOST, "IPv4"), f"{IPV4_HOST} IPv6: skipped: no address record found",
+        *lines(BOTH, "IPv4"), *lines(BOTH, "IPv6"),
+        f"{LONG_HOST} IPv4: skipped: no address record found", *lines(LONG_HOST, "IPv6"),
+        *lines("fallback.example", "IPv4"), *lines("fallback.example", "IPv6")]
+    assert done.returncode == 0
+    assert "no probe document (HTTP status 404)" in check("-4", "-a", "203.0.113.80", "other.example").stdout
+
+
+AS_DEVICE = f'set $asked $http_host$http_accept$server_protocol; if ($asked != "{BOTH}:80HTTP/1.0") {{ return 403; }}'
+FILL = "x" * 900
+REDIRECT = "redirect to https://login.example/"
+LIGHTTPD_REDIRECT = 'server.modules += ("mod_redirect")\nurl.redirect = ("" => "https://login.example/")'
+LIGHTTPD_FILL = f'server.modules += ("mod_setenv")\nsetenv.add-response-header = ("X-Fill" => "{FILL}")'
+OLD = f"{ROOT}/{MAKE} /srv/tolvane 2020-01-01"
+
+
+@pytest.mark.parametrize("server, change, extra, verdict", [
+    pytest.param("nginx", ":", AS_DEVICE, "accepted", id="nginx, asked as by a device"),
+    pytest.param("lighttpd", ":", "", "accepted", id="lighttpd"),
+    pytest.param("nginx", OLD, "", "stale", id="old date"),
+    pytest.param("nginx", "rm *[1-5]*", "error_page 404 /lib/tolvane.xml;", "accepted", id="documents with status 404"),
+    pytest.param("nginx", ":", "return 302 https://login.example/;", REDIRECT, id="nginx redirects"),
+    pytest.param("lighttpd", ":", LIGHTTPD_REDIRECT, REDIRECT, id="lighttpd redirects"),
+    pytest.param("nginx", ":", f"add_header X-Fill {FILL};", "split", id="nginx sends too many headers"),
+    pytest.param("lighttpd", ":", LIGHTTPD_FILL, "split", id="lighttpd sends too many headers"),
+    pytest.param("nginx", "sed -i s/UTF-8/utf-8/ *", "", "wrong declaration", id="lower-case declaration"),
+    pytest.param("nginx", "sed -i 's/\t/    /' *", "", "blanks", id="tab became blanks"),
+    pytest.param("nginx", "sed -i 's/m>./m>x/' *", "", "wrong checksum", id="another checksum"),
+    pytest.param("none", ":", "", "unreachable", id="no server"),
+])
+def test_each_document_gets_its_verdict(check, server, change, extra, verdict):
+    done = check(BOTH, server=server, change=change, extra=extra)
+    expected = lines(BOTH, "IPv4", verdict) + lines(BOTH, "IPv6", verdict)
+    assert len(done.stdout.splitlines()) == len(expected)
+    assert all(map(str.startswith, done.stdout.splitlines(), expected)), done
+    assert done.returncode == (verdict != "accepted")
+
+
+@pytest.mark.parametrize("host, setting, status, text", [
+    pytest.param(IPV4_HOST, {}, 0, f"OK - 6 of 6 documents accepted; no address for {IPV4_HOST} over IPv6", id="good"),
+    pytest.param(BOTH, {"change": OLD}, 1, f"WARNING - {BOTH} IPv4 /lib/tolvane.xml: stale", id="old"),
+    pytest.param(BOTH, {"change": "rm *3*"}, 2, f"CRITICAL - {BOTH} IPv4 /lib/tolvane3.xml: no probe", id="one lost"),
+    pytest.param(BOTH, {"extra": "return 302 '/|x=1';"}, 2, "CRITICAL - ", id="a bar in the server's text"),
+    pytest.param("no.example", {}, 3, "UNKNOWN - no.example has no address; 0 of 0", id="no address"),
+])
+def test_monitoring_plugin_prints_one_line(check, host, setting, status, text):
+    done = check("-n", host, **setting)
+    assert done.stdout.startswith(f"TOLVANE {text}")
+    assert re.fullmatch(r"[^|\n]* \| accepted=\d+;;;0;\d+ age_days=\d+;2;;0\n", done.stdout)
+    assert done.returncode == status
+
+
+@pytest.mark.parametrize("options, reason", [
+    pytest.param(["-n"], "curl is not installed", id="no curl"),
+    pytest.param(["-s", "x", "-n"], "wrong usage: see check-probe-server -h", id="fault before -n"),
+])
+def test_nothing_checked_is_unknown_to_a_plugin(run_script, options, reason):
+    done = run_script("server/check-probe-server", *options, "host.example", stubs="command() { return 1; }")
+    assert done.stdout == f"TOLVANE UNKNOWN - {reason}\n"
+    assert done.returncode == 3
+
+
+def test_units_are_valid_where_they_are_installed(installed):
+    script = 'mount --bind "$0" /usr/local; exec systemd-analyze verify /usr/local/lib/systemd/system/*'
+    done = subprocess.run(["unshare", "-m", "sh", "-euc", script, installed], capture_output=True, text=True)
+    assert done.stderr == ""
+    assert done.returncode == 0
