@@ -2,9 +2,14 @@
 # them too. "cmake --install BUILD --component server" installs them with the rest of server/; a device gets none.
 include(GNUInstallDirs)
 
+# A device's image build may copy only the sources that it needs.
+if(NOT EXISTS ${PROJECT_SOURCE_DIR}/server)
+  return()
+endif()
+
 set(TOLVANE_FALLBACK_HOST "" CACHE STRING "DNS name of the fallback document's server, if there is one")
 
-# Slots may share a host, and some may be empty. As in DNS, neither case nor a final dot makes a name another one.
+# Slots may share a host, and some may be empty. As in DNS, case and a final dot make no difference.
 function(tolvane_distinct_hosts result)
   set(hosts ${ARGN})
   list(TRANSFORM hosts TOLOWER)
@@ -38,19 +43,18 @@ function(tolvane_server_files)
     endif()
   endforeach()
 
+  set(made ${PROJECT_BINARY_DIR}/server)
   foreach(file nginx.conf probe.zone hosts tolvane-documents.service)
-    configure_file(${PROJECT_SOURCE_DIR}/server/${file}.in ${PROJECT_BINARY_DIR}/server/${file} @ONLY)
-    list(APPEND made_files ${PROJECT_BINARY_DIR}/server/${file})
+    configure_file(${PROJECT_SOURCE_DIR}/server/${file}.in ${made}/${file} @ONLY)
   endforeach()
-  list(FILTER made_files EXCLUDE REGEX "[.]service$")
 
-  set(server COMPONENT server EXCLUDE_FROM_ALL)
+  set(as_server COMPONENT server EXCLUDE_FROM_ALL)
   install(PROGRAMS server/make-probe-documents server/check-probe-server
-    DESTINATION ${CMAKE_INSTALL_BINDIR} ${server})
-  install(FILES ${made_files} server/lighttpd.conf server/README.md
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/tolvane-server ${server})
-  install(FILES ${PROJECT_BINARY_DIR}/server/tolvane-documents.service server/tolvane-documents.timer
-    DESTINATION lib/systemd/system ${server})
+    DESTINATION ${CMAKE_INSTALL_BINDIR} ${as_server})
+  install(FILES ${made}/nginx.conf ${made}/probe.zone ${made}/hosts server/lighttpd.conf server/README.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/tolvane-server ${as_server})
+  install(FILES ${made}/tolvane-documents.service server/tolvane-documents.timer
+    DESTINATION lib/systemd/system ${as_server})
 endfunction()
 
 tolvane_server_files()
