@@ -8,8 +8,11 @@ if(NOT EXISTS ${PROJECT_SOURCE_DIR}/server)
 endif()
 
 set(TOLVANE_FALLBACK_HOST "" CACHE STRING "DNS name of the fallback document's server, if there is one")
+if(TOLVANE_FALLBACK_HOST)
+  check_host_name(FALLBACK_HOST "${TOLVANE_FALLBACK_HOST}")
+endif()
 
-# Slots may share a host, and some may be empty. As in DNS, case and a final dot make no difference.
+# Slots may share a host. As in DNS, case and a final dot make no difference.
 function(tolvane_distinct_hosts result)
   set(hosts ${ARGN})
   list(TRANSFORM hosts TOLOWER)
