@@ -118,7 +118,8 @@ FamilyOutcome check_terminal_family(AddressFamily family, ResultCode cached, int
     if (family_outcome(family, scanned) != WORKS)
         return NO_ADDRESS;
     NetConfig config = {};
-    read_gateway_and_name_servers(family, settings.interface_name, config);
+    read_gateway_of(family, settings.interface_name, config);
+    read_name_servers_of(family, config);
     // A missing name server outranks a missing gateway here, unlike in every-time mode.
     if (is_unset(name_servers(family, config)[0]))
         return NO_NAME_SERVER;

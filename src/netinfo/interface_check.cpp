@@ -44,15 +44,18 @@ FamilyOutcome find_verdict(AddressFamily family, NetConfig& config)
 
 } // namespace
 
-void read_gateway_and_name_servers(AddressFamily family, const InterfaceName& interface_name, NetConfig& config)
+void read_gateway_of(AddressFamily family, const InterfaceName& interface_name, NetConfig& config)
 {
     IpAddress found;
     if (read_gateway(family, interface_name, found) == 0)
         gateway(family, config) = found;
+}
 
-    NameServerSlots servers;
-    if (read_nameservers(family, servers) > 0)
-        std::memcpy(name_servers(family, config), servers, sizeof servers);
+void read_name_servers_of(AddressFamily family, NetConfig& config)
+{
+    NameServerSlots found;
+    if (read_nameservers(family, found) > 0)
+        std::memcpy(name_servers(family, config), found, sizeof found);
 }
 
 int check_interface(const InterfaceName& interface_name, const RunOptions& options, NetConfig& config)
@@ -71,8 +74,13 @@ int check_interface(const InterfaceName& interface_name, const RunOptions& optio
     config.ipv4_mask = found.ipv4_mask;
     config.ipv6_addr = found.ipv6_addr;
     config.ipv6_prefix_len = found.ipv6_prefix_len;
-    for (const AddressFamily family : ADDRESS_FAMILIES)
-        read_gateway_and_name_servers(family, interface_name, config);
+    for (const AddressFamily family : ADDRESS_FAMILIES) {
+        // To print its route table costs the kernel as much as all our other reads together. The name servers are read
+        // in any case: IPv4 can use those of IPv6.
+        if (is_enabled(family, options))
+            read_gateway_of(family, interface_name, config);
+        read_name_servers_of(family, config);
+    }
 
     if (!is_enabled(AddressFamily::IPV4, options) && !is_enabled(AddressFamily::IPV6, options))
         return INTERFACE_READY;

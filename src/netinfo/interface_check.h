@@ -5,11 +5,13 @@
 #include "net_config.h"
 #include "run_options.h"
 
-// Stores the interface's gateway and the configured name servers of the family in `config`. Fields for which nothing is
-// found keep their values.
-void read_gateway_and_name_servers(AddressFamily family, const InterfaceName& interface_name, NetConfig& config);
+// Stores the gateway of the interface in `config`. If none is found, the field keeps its value.
+void read_gateway_of(AddressFamily family, const InterfaceName& interface_name, NetConfig& config);
 
-// Examines the interface and fills `config`. Returns one of
+// Stores the configured name servers of the family in `config`. If there are none, the fields keep their values.
+void read_name_servers_of(AddressFamily family, NetConfig& config);
+
+// Examines the interface and fills `config`, without the gateway of a family that is not enabled. Returns one of
 //   EXAMINATION_IMPOSSIBLE (1)  ifconfig could not be started; `config` is untouched
 //   INTERFACE_MISSING (3)       ifconfig shows no hardware address; `config` is untouched
 //   otherwise                   the code of each enabled family's NO_ADDRESS, NO_GATEWAY, NO_NAME_SERVER or
