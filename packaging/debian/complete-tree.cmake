@@ -22,6 +22,13 @@ file(WRITE ${copyright_file}
 
 file(COPY ${copyright_file} ${debian}/changelog ${debian}/README.Debian DESTINATION ${documents}
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+
+file(COPY ${debian}/tolvane.service ${debian}/tolvane.timer
+  DESTINATION ${CPACK_TEMPORARY_DIRECTORY}/usr/lib/systemd/system
+  FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+configure_file(${debian}/tolvane.default ${CPACK_TEMPORARY_DIRECTORY}/etc/default/tolvane COPYONLY
+  FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+
 file(GLOB pages ${manuals}/man*/*)
 execute_process(COMMAND gzip -9n ${documents}/changelog ${pages} RESULT_VARIABLE status)
 if(NOT status EQUAL 0)

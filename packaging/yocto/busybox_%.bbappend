@@ -1,0 +1,2 @@
+FILESEXTRAPATHS:prepend := "${THISDIR}/busybox:"
+SRC_URI += "file://tolvane.cfg"
