@@ -45,5 +45,7 @@ def test_options_and_version_are_the_programs():
     options = {word.lower() for word in re.findall(r"(?<!\S)-(\w+)", usage)}
     assert options and set(re.findall(r"(?m)^\.It Fl (\w+)", section("DESCRIPTION"))) == options
     assert set(re.findall(r"\w+", section("SYNOPSIS"))) - set("Nm Op Fl Ar Ns interface".split()) == options
+    version = re.search("Ver[.](.*)", usage)[1]
     paths = "CMakeLists.txt CHANGELOG.md packaging/debian/changelog packaging/openwrt/tolvane/Makefile packaging/*/*/*/*.mk"
-    assert not output_of("sh", "-c", f"grep -FL '{re.search('Ver[.](.*)', usage)[1]}' {paths}")
+    assert not output_of("sh", "-c", f"grep -FL '{version}' {paths}")
+    assert (ROOT / f"packaging/yocto/tolvane_{version}.bb").exists()

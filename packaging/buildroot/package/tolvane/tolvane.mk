@@ -4,6 +4,8 @@
 #
 ################################################################################
 
+# Buildroot built and installed this with Debian's cross compiler, without
+# BusyBox. No image was made.
 TOLVANE_VERSION = 2.5.0
 TOLVANE_SITE = $(BR2_EXTERNAL_TOLVANE_PATH)/../..
 TOLVANE_SITE_METHOD = local
@@ -26,7 +28,6 @@ define TOLVANE_BUSYBOX_CONFIG_FIXUPS
 	$(call KCONFIG_ENABLE_OPT,CONFIG_FLOCK)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_HEAD)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_LOGGER)
-	$(call KCONFIG_ENABLE_OPT,CONFIG_MKTEMP)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_SLEEP)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_TIMEOUT)
 endef
