@@ -2,8 +2,8 @@
 include(GNUInstallDirs)
 
 install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
-install(PROGRAMS scripts/tolvane-explain DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES docs/tolvane-explain.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(PROGRAMS scripts/tolvane-explain scripts/tolvane-wait DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES docs/tolvane-explain.1 docs/tolvane-wait.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES docs/tolvane.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
 install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
