@@ -1,22 +1,33 @@
-"""The shells that scripts for devices must run under: dash with this system's tools, busybox with its own alone."""
-import os, pathlib, shutil, subprocess
+"""The shells that scripts for devices must run under: dash and bash with this system's tools, BusyBox with only its own."""
+
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
 import pytest
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+ROOT = Path(__file__).resolve().parents[2]
 
 
-@pytest.fixture(params=["dash", "busybox"])
+@pytest.fixture(params=["dash", "bash", "busybox"])
 def run_script(request, tmp_path):
-    """Runs a script of the repository after stubs: shell functions, which go before busybox's built-in tools too."""
-    path, shell = os.environ["PATH"], ["dash"]
+    """Runs a script of the repository after stubs: shell functions, which go before BusyBox's built-in tools too."""
+    path = os.environ["PATH"]
+    shell = [request.param]
     if request.param == "busybox":
-        busybox, tools = shutil.which("busybox"), tmp_path / "tools"
+        busybox = shutil.which("busybox")
+        tools = tmp_path / "tools"
         tools.mkdir()
-        for name in subprocess.run([busybox, "--list"], capture_output=True, text=True, check=True).stdout.split():
+        applets = subprocess.run([busybox, "--list"], capture_output=True, text=True, check=True)
+        for name in applets.stdout.split():
             (tools / name).symlink_to(busybox)
-        path, shell = str(tools), [busybox, "sh"]
+        path = str(tools)
+        shell = [busybox, "sh"]
 
     def run(script, *arguments, stubs="", **environment):
-        return subprocess.run([*shell, "-c", stubs + '\n. "$0"', script, *arguments], cwd=ROOT, timeout=60,
-                              env={"PATH": path, **environment}, capture_output=True, text=True)
+        command = [*shell, "-c", stubs + '\n. "$0"', script, *arguments]
+        variables = {"PATH": path, **environment}
+        return subprocess.run(command, cwd=ROOT, timeout=60, env=variables, capture_output=True, text=True)
+
     return run
