@@ -14,9 +14,9 @@ ROOT = Path(__file__).resolve().parents[2]
 def run_script(request, tmp_path):
     """Runs a script of the repository after stubs: shell functions, which go before BusyBox's built-in tools too."""
     path = os.environ["PATH"]
-    shell = [request.param]
+    shell = [shutil.which(request.param)]
     if request.param == "busybox":
-        busybox = shutil.which("busybox")
+        [busybox] = shell
         tools = tmp_path / "tools"
         tools.mkdir()
         applets = subprocess.run([busybox, "--list"], capture_output=True, text=True, check=True)

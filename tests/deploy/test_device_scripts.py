@@ -146,9 +146,9 @@ def test_cron_and_hotplug_log_the_outcome(device, status, sentence):
     assert re.fullmatch(f"checks -46 -i eth1\n-t tolvane wan \\(eth1\\): {sentence}\n", device.log.read_text())
 
 
-def test_cron_logs_only_changes(device):
+def test_cron_logs_only_changes_whatever_its_path(device):
     for status, lines in ("17", 2), ("17", 1), ("9", 2), ("17", 2):
-        device(CRON, "eth0", "-nrt", STATUSES=status, TOLVANE_SPREAD="0")
+        device(CRON, "eth0", "-nrt", STATUSES=status, TOLVANE_SPREAD="0", PATH="/none")
         assert len(device.log.read_text().splitlines()) == lines
 
 
@@ -170,7 +170,7 @@ def test_cron_reports_what_it_cannot_do(device):
 
 def event(device, stubs="", logged=1, **environment):
     """What is logged after an event, when there has been time for as many outcomes and a few more."""
-    known = {"ACTION": "ifup", "INTERFACE": "wan", "DEVICE": "eth1", **environment}
+    known = {"ACTION": "ifup", "INTERFACE": "wan", "DEVICE": "eth1", "PATH": "/none", **environment}
     done = device("scripts/hotplug-tolvane", stubs=stubs, **known)
     assert (done.returncode, done.stderr) == (0, "")
     for _ in range(100):
@@ -180,7 +180,7 @@ def event(device, stubs="", logged=1, **environment):
     return device.log.read_text()
 
 
-UCI = 'uci() { case $3 in *.interfaces) echo "lte wan" ;; *.options) echo "-6 -nrt" ;; *) return 1 ;; esac; }'
+UCI = 'uci() { case $3 in *.interfaces) echo "lte wan" ;; *.options) echo "-6 -nrt" ;; *) echo 1 ;; esac; }'
 
 
 @pytest.mark.parametrize("stubs, variables, checked", [
@@ -196,11 +196,15 @@ def test_hotplug_checks_the_configured_interfaces(device, stubs, variables, chec
     assert log.partition("\n")[0] == (f"checks {checked}" if checked else "")
 
 
+def test_hotplug_ends_a_check_after_the_configured_time(device):
+    assert "no outcome: a time limit ended the run" in event(device, UCI, STATUSES="hangs")
+
+
 @pytest.mark.parametrize("stubs, checks", [
     pytest.param("", 2, id="a waiting check serves later events"),
     pytest.param("command() { return 1; }", 3, id="without flock")])
 def test_hotplug_runs_one_check_at_a_time(device, stubs, checks):
-    more_events = '\n(. "$0"); sleep 0.3; (. "$0"); sleep 0.1'
+    more_events = '\n(. "$0"); /bin/sleep 0.3; (. "$0"); /bin/sleep 0.1'
     log = event(device, stubs + more_events, checks, STATUSES="17 17 17", SECONDS_OF_A_CHECK="0.8")
     assert re.fullmatch(r"(checks .*\n-t tolvane .*\n)+", log)
     assert log.count("checks") == checks
