@@ -15,11 +15,16 @@ UNITS = "usr/lib/systemd/system"
 INSTALLED = {
     "755 usr/sbin/tolvane",
     "755 usr/bin/tolvane-explain",
+    "755 usr/bin/tolvane-wait",
     f"755 {DOC}/examples/cron-tolvane",
     f"755 {DOC}/examples/hotplug-tolvane",
     f"644 {DOC}/examples/tolvane.cfg",
 }
-PAGES = {"644 usr/share/man/man1/tolvane-explain.1", "644 usr/share/man/man8/tolvane.8"}
+PAGES = {
+    "644 usr/share/man/man1/tolvane-explain.1",
+    "644 usr/share/man/man1/tolvane-wait.1",
+    "644 usr/share/man/man8/tolvane.8",
+}
 DEBIAN_ONLY = {
     f"644 {DOC}/README.Debian",
     f"644 {DOC}/changelog.gz",
