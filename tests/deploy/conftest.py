@@ -1,4 +1,4 @@
-"""The shells that scripts for devices must run under: dash and bash with this system's tools, BusyBox with only its own."""
+"""The shells of device scripts: dash and bash with this system's tools, BusyBox with only its own."""
 
 import os
 import shutil

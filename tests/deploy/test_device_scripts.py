@@ -130,7 +130,8 @@ def test_waiting_takes_every_option_of_the_manual(device):
 @pytest.mark.parametrize("statuses", ["hangs", "9"])
 def test_a_signal_ends_waiting_and_the_running_check(device, signal, statuses):
     start = time.monotonic()
-    done = device("scripts/tolvane-wait", "-p", "50", STATUSES=statuses, stubs=f"(sleep 1; kill -{signal} $$) >/dev/null 2>&1 &")
+    stubs = f"(sleep 1; kill -{signal} $$) >/dev/null 2>&1 &"
+    done = device("scripts/tolvane-wait", "-p", "50", STATUSES=statuses, stubs=stubs)
     assert done.returncode < 0
     assert time.monotonic() - start < 20  # a process that is left would keep the output open
 
