@@ -14,7 +14,7 @@ set(musl_libraries /usr/lib/${musl_target})
 set(musl_interpreter /lib/ld-musl-${musl_loader}.so.1)
 
 set(CMAKE_C_COMPILER ${compiler_prefix}gcc -nostdinc)
-# In the header behind this guard libstdc++ tells glibc's releases apart; made for musl, it would have an empty one.
+# This macro leaves out the header in which libstdc++ tells the releases of glibc apart.
 set(CMAKE_CXX_COMPILER ${compiler_prefix}g++ -nostdinc -D_GLIBCXX_OS_DEFINES)
 
 function(ask_compiler answer command)

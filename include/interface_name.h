@@ -9,5 +9,5 @@ struct InterfaceName {
     char text[INTERFACE_NAME_SIZE];
 };
 
-// The name that stands for no particular interface.
+// The name that means no particular interface.
 inline constexpr char NO_INTERFACE_NAMED[] = "nonic";

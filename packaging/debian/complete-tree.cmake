@@ -8,7 +8,7 @@ set(documents ${CPACK_TEMPORARY_DIRECTORY}/${CPACK_TOLVANE_DOCDIR})
 set(manuals ${CPACK_TEMPORARY_DIRECTORY}/${CPACK_TOLVANE_MANDIR})
 set(debian ${CPACK_TOLVANE_SOURCE}/packaging/debian)
 
-# In the machine-readable format a licence text is indented, and a dot stands for its blank lines.
+# In the machine-readable format a licence text is indented, and its blank lines are dots.
 file(READ ${CPACK_TOLVANE_SOURCE}/LICENSE license)
 string(REGEX REPLACE "^[^\n]*\n\nCopyright \\(c\\) ([^\n]*)\n\n" "" text "${license}")
 set(copyright ${CMAKE_MATCH_1})
