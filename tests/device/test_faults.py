@@ -1,108 +1,123 @@
-"""Files, limits and surroundings that are not as they should be."""
+"""Files, tools, limits and surroundings that are not as they should be, and other users of the device."""
 
-import shutil
 import time
 
 import pytest
-from conftest import page, response, unhosted
+from conftest import (
+    BAD_PAGE,
+    right_answer,
+    unhosted,
+)
 
-FRESH = f"17\n{int(time.time())}\n"
-PATHS = {"auto": "/tmp/resolv.conf.auto", "resolver": "/etc/resolv.conf", "config": "/etc/tolvane.cfg",
-         "result": "/tmp/tolvaneresult"}
-FAULTS = {
-    "fifo": 'mkfifo "$1"', "directory": 'mkdir "$1"', "device": 'mknod "$1" c 5 0', "empty": ': >"$1"',
-    "dangling link": 'ln -s /tmp/nowhere "$1"',
-    "link to a FIFO": 'mkfifo /tmp/fifo; ln -s /tmp/fifo "$1"',
-    "one long line": 'yes 17 | tr -d "\\n" | head -c 10000000 >"$1"',
-    "zero bytes": 'head -c 1000000 /dev/zero >"$1"',
-}
+AUTO = "/tmp/resolv.conf.auto"
+CONFIG = "/etc/tolvane.cfg"
+RESULT = "/tmp/tolvaneresult"
+OTHER = "/tmp/other"
+LINK_TO_FIFO = "mkfifo /tmp/fifo; ln -s /tmp/fifo {}"
 
 
-@pytest.mark.parametrize("fault", FAULTS)
-@pytest.mark.parametrize("path, arguments, code", [
-    ("auto", [], 17),
-    ("resolver", [], 6 + 96),
-    ("config", ["-dev0"], 10 + 160),          # its document is wrong, and the file names no other
-    ("result", ["-trm", "eth0"], 17),
+@pytest.fixture
+def failing(device):
+    """A device that gets wrong documents, so that the checker reads the configuration file as well."""
+    device.dns(right_answer)
+    device.web([BAD_PAGE])
+    return device
+
+
+@pytest.mark.parametrize("path, make", [
+    pytest.param(AUTO, "truncate -s 1000G {}", id="endless file"),
+    pytest.param(AUTO, "ln -s /dev/zero {}", id="endless device"),
+    pytest.param(AUTO, "mkfifo {}", id="FIFO"),
+    pytest.param(CONFIG, "truncate -s 1000G {}", id="endless configuration file"),
 ])
-def test_file_that_is_none(online, path, arguments, code, fault):
-    online.pages = {"/lib/tolvane.xml": page(b"wrong")}
-    made = online.command("sh", "-c", f'rm -f "$1"; {FAULTS[fault]}', "sh", PATHS[path])
-    assert made.code == 0, made
-    run = online.run("-46", "-nrt", *arguments)
-    assert run.code == code and run.seconds < 2 and run.cpu < 0.5
-    if path == "result":
-        assert len(online.requests) == 2
-        kept = fault in ("fifo", "directory", "dangling link", "link to a FIFO", "device")
-        assert online.command("sh", "-c", 'test -f "$1" -a ! -L "$1"', "sh", PATHS[path]).code == (1 if kept else 0)
+def test_useless_file_costs_no_time(failing, path, make):
+    failing.change(make.format(path))
+    run = failing.run("-46", "-nrt")
+    assert run.code == 10 + 160
+    assert run.seconds < 2
+    assert run.cpu < 0.5
 
 
-def test_result_file_through_a_link(online):
-    online.write("/tmp/elsewhere", FRESH)
-    online.command("ln", "-s", "/tmp/elsewhere", PATHS["result"])
-    assert online.run("-46", "-trm", "eth0").code == 17 and not online.requests
-    assert (online.root / "tmp/elsewhere").read_text() == FRESH and online.result_file.read_text() == FRESH
+# Whoever opens the other end of a FIFO wakes the reader or writer that waits there.
+@pytest.mark.parametrize("path, make, waiter", [
+    pytest.param(AUTO, LINK_TO_FIFO, ": >/tmp/fifo", id="link for the resolver file"),
+    pytest.param(CONFIG, LINK_TO_FIFO, ": >/tmp/fifo", id="link for the configuration file"),
+    pytest.param(RESULT, LINK_TO_FIFO, ": >/tmp/fifo", id="link for the result file"),
+    pytest.param(RESULT, "mkfifo {}", f": <{RESULT}", id="result file"),
+])
+def test_special_file_is_not_even_opened(failing, path, make, waiter):
+    failing.change(make.format(path))
+    failing.change(f"({waiter}; : >/tmp/woken) >/dev/null 2>&1 &")
+    time.sleep(0.5)
+    failing.run("-46", "-nrt", "-trm", "eth0")
+    time.sleep(0.5)
+    assert not (failing.root / "tmp/woken").exists()
+    failing.change(f"test -p {path}")
 
 
-@pytest.mark.parametrize("unreadable", ["resolver", "config"])
-def test_unreadable_file(online, unreadable):
-    online.write(PATHS[unreadable], "")
-    online.command("chmod", "0", PATHS[unreadable])
-    online.pages = {"/lib/tolvane1.xml": page(b"wrong")}
-    run = online.run("-nrt", before=["setpriv", "--inh-caps=-dac_override,-dac_read_search",
-                                     "--bounding-set=-dac_override,-dac_read_search"])
-    assert run.code == {"resolver": 6, "config": 10}[unreadable]
+def test_result_is_not_written_through_a_link(online):
+    online.change(f"ln -s /tmp/nowhere {RESULT}")
+    assert online.run("-trm", "eth0").code == 1
+    assert online.result_file.is_symlink()
 
 
-def test_full_file_system(online):
-    online.command("sh", "-c", "mount -t tmpfs -o size=8k full /tmp; cat /dev/zero >/tmp/filler")
-    for _ in range(2):
-        assert online.run("-46", "-trm", "eth0", "-nrt").code == 17
-    assert len(online.requests) == 4
-    assert online.command("sh", "-c", "cat /tmp/tolvaneresult").out == ""
+# Another user puts something in place of the result file while the checker runs.
+@pytest.mark.parametrize("put", [
+    pytest.param(f"ln {OTHER} {RESULT}", id="hard link"),
+    pytest.param(f": >{RESULT}; chmod 666 {RESULT}; chown 54321 {RESULT}", id="file of another user"),
+])
+def test_result_file_is_a_new_one(online, put):
+    online.write(OTHER, "precious\n")
+    online.install("/sbin/ifconfig", f'#!/bin/sh\n{put}\nexec busybox ifconfig "$@"\n')
+    assert online.run("-trm", "eth0").code == 1
+    assert online.read(OTHER) == "precious\n"
+    assert online.read(RESULT).startswith("14\n")
+    status = online.result_file.stat()
+    assert status.st_uid == 0
+    assert oct(status.st_mode) == "0o100644"
+
+
+def test_interface_name_reaches_ifconfig_as_it_is(online):
+    name = "a b;'$(id)`id`\n*?\\n"
+    online.install("/sbin/ifconfig", "#!/bin/sh\nprintf '%s.' \"$@\" $LANG >/tmp/words\n")
+    run = online.run("-d", "-i", name, shell='exec "$@"')
+    assert run.code == 3
+    assert run.out == f"Network Interface {name} does not exist.\n"
+    assert online.read("/tmp/words") == f"{name}.C."
+
+
+@pytest.mark.parametrize("tool", ["/sbin/ifconfig", "/bin/md5sum"])
+def test_hung_tool_ends_with_the_checker(online, tool):
+    online.install(tool, "#!/bin/sh\nexec sleep 1234\n")
+    online.command("timeout", "-s", "KILL", "1", "tolvane", "-nrt")
+    time.sleep(0.5)
+    assert "sleep 1234" not in online.command("ps").out
+
+
+WORKS = "IPv4 Internet connection is successful.\n"
+MISMATCH = "XML Data is mismatch.\n"
+BROKEN_PIPE = '{ sleep 0.2; "$@"; echo $? >/tmp/code; } | true; sleep 1; exit $(cat /tmp/code)'
+NO_PROCESS = 'echo u:x:54321:54321::/:/bin/sh >/etc/passwd; su u -c "ulimit -u 1; exec $*"'
 
 
 @pytest.mark.parametrize("shell, arguments, code, out", [
-    ('exec "$@" <&-', ["-d"], 1, "IPv4 Internet connection is successful.\n"),
-    ('exec "$@" >&-', ["-d"], 1, ""), ('exec "$@" <&- >&- 2>&-', ["-d"], 1, ""),
-    ('exec "$@" 2>&-', ["-d"], 1, "IPv4 Internet connection is successful.\n"),
-    ('{ sleep 0.2; "$@"; echo $? >/tmp/code; } | true; sleep 1; read code </tmp/code; rm /tmp/code; exit $code',
-     ["-d", "-i", "eth7"], 3, ""),
-    pytest.param('ulimit -n 4; exec "$@"', [], 10, "", marks=unhosted),
-    pytest.param('ulimit -n 5; exec "$@"', [], 10, "", marks=unhosted),
-    pytest.param('ulimit -n 6; exec "$@"', [], 1, "", marks=unhosted),
-    pytest.param('umount /proc; exec "$@"', [], 5, "", marks=unhosted),
-    ('umount /sys; exec "$@"', ["-trm", "eth0"], 1, ""),
-    ('umount /dev/null; rm /dev/null; exec "$@"', [], 1, ""),
-    ('rm /sbin/ifconfig; exec "$@"', ["-d"], 3, "Network Interface eth0 does not exist.\n"),
-    ('rm /sbin/ifconfig; exec "$@"', ["-trm", "eth0"], 3, ""),
-    ('ln -sf dash /bin/sh; rm /bin/md5sum; exec "$@"', [], 10, ""),
-    pytest.param('rm /bin/sh; exec "$@"', ["-trm", "eth0"], 3, "", marks=unhosted),
-    pytest.param('rm /bin/sh; exec "$@"', [], 10, "", marks=unhosted),  # no examination, but no digest either
-    ('exec env -i /sbin/"$@"', [], 1, ""),
-    ('ln -sf dash /bin/sh; echo "echo no" >/dev/md5sum; chmod +x /dev/md5sum; PATH=/dev:$PATH; exec "$@"', [], 10, ""),
+    pytest.param('exec "$@" <&-', [], 1, WORKS, id="no standard input"),
+    pytest.param('exec "$@" <&- >&- 2>&-', [], 1, "", id="no standard descriptor"),
+    pytest.param('umount /dev/null; rm /dev/null; exec "$@" 2>&-', [], 1, WORKS, id="no null device"),
+    pytest.param(BROKEN_PIPE, ["-i", "eth7"], 3, "", id="reader that went away"),
+    pytest.param('ulimit -f 0; exec "$@"', ["-trm", "eth0"], 1, WORKS, id="no file may grow"),
+    pytest.param('ulimit -n 6; exec "$@"', [], 10, MISMATCH, marks=unhosted, id="6 descriptors"),
+    pytest.param('ulimit -n 7; exec "$@"', [], 1, WORKS, marks=unhosted, id="7 descriptors"),
+    pytest.param(NO_PROCESS, [], 10, MISMATCH, marks=unhosted, id="no process"),
+    pytest.param('rm /bin/md5sum; exec "$@"', [], 10, MISMATCH, id="no md5sum"),
+    pytest.param('rm /sbin/ifconfig; exec "$@"', ["-trm", "eth0"], 3, "", id="no ifconfig"),
+    pytest.param('rm /bin/sh; exec "$@"', [], 1, WORKS, marks=unhosted, id="no shell"),
+    pytest.param('rm /bin/sh; exec "$@"', ["-trm", "eth0"], 1, WORKS, marks=unhosted, id="no shell, terminal mode"),
+    pytest.param('exec env -i /sbin/"$@"', [], 1, WORKS, id="no environment"),
 ])
 def test_surroundings(online, shell, arguments, code, out):
-    shutil.copy("/bin/dash", online.root / "bin")  # BusyBox's shell runs its own md5sum, whatever is on PATH
-    assert online.run("-nrt", *arguments, shell=shell)[:2] == (code, out)
-
-
-@unhosted
-def test_no_process_to_be_had(online):
-    run = online.run("-nrt", "-d", before=["prlimit", "--nproc=1"], user="54321:54321")  # root has no limit
-    assert run[:2] == (10, "XML Data is mismatch.\n") and len(online.requests) == 1
-
-
-def test_flood_of_datagrams(device):
-    device.dns(*[lambda query, kind: response(query)] * 20000)
-    run = device.run()
-    assert run.code == 8 and run.seconds > 3 and run.cpu < run.seconds - 2
-
-
-@pytest.mark.parametrize("host, path", [("$(id)", "/;$(id)|id"), ("-n", "/%s%n"), ("a" * 130, "/" + "b" * 800),
-                                        ("..", "/"), ("\x01\xff", "/'\x02")])
-def test_hostile_configuration(online, host, path):
-    online.write("/etc/tolvane.cfg", f"xmluri=http://{host}{path}\n".encode("latin-1"))
-    online.pages = {"/lib/tolvane1.xml": page(b"wrong")}
-    assert online.run("-nrt").code == 1
-    assert online.requests[1] == f"GET {path} HTTP/1.0\r\nHost: {host}:80\r\n\r\n".encode("latin-1")
+    run = online.run("-nrt", "-d", *arguments, shell=shell)
+    assert run.code == code
+    assert run.out == out
+    # An examination that cannot run is passed over.
+    assert len(online.requests) == (0 if code == 3 else 1)
