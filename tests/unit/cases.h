@@ -14,7 +14,7 @@ using std::vector;
 using namespace std::string_literals;
 
 template <typename Input> struct CaseOf {
-    string name; // says why the case is here: letters, digits and underscores
+    const char* name; // says why the case is here
     Input in;
     string out;
     int line = __builtin_LINE();
@@ -22,28 +22,35 @@ template <typename Input> struct CaseOf {
 
 using Case = CaseOf<string>;
 
-template <typename Input> void PrintTo(const CaseOf<Input>& row, std::ostream* stream)
-{
-    *stream << row.name;
-}
+// CASES(SplitProbeUrl, split, URLS) makes a test of each row, SplitProbeUrl.NAME.
+#define CASES(suite, give, rows) static const bool suite##_added = add_cases(#suite, give, rows, __FILE__)
 
-template <typename Input> string name_of(const testing::TestParamInfo<CaseOf<Input>>& info)
-{
-    return info.param.name;
-}
+template <typename Body> struct CaseTest : testing::Test, Body {
+    explicit CaseTest(const Body& body) : Body(body)
+    {
+    }
 
-// CASES(ProbeUrl, split, URLS) makes a test of each row, ProbeUrl.Gives/NAME.
-#define CASES(suite, give, rows)                                                                                       \
-    using suite = testing::TestWithParam<std::decay_t<decltype(rows[0])>>;                                             \
-    TEST_P(suite, Gives)                                                                                               \
-    {                                                                                                                  \
-        const string given = give(GetParam().in);                                                                      \
-        if (given != GetParam().out)                                                                                   \
-            ADD_FAILURE_AT(__FILE__, GetParam().line)                                                                  \
-                << GetParam().name << "\n  gives " << testing::PrintToString(given) << "\n  not   "                    \
-                << testing::PrintToString(GetParam().out);                                                             \
-    }                                                                                                                  \
-    INSTANTIATE_TEST_SUITE_P(, suite, testing::ValuesIn(rows), name_of<decltype(rows[0].in)>)
+    void TestBody() override
+    {
+        (*this)();
+    }
+};
+
+template <typename Function, typename Rows>
+bool add_cases(const char* suite, Function give, const Rows& rows, const char* file)
+{
+    for (const auto& row : rows) {
+        const auto body = [&row, give, file] {
+            const string given = give(row.in);
+            if (given != row.out)
+                ADD_FAILURE_AT(file, row.line) << row.name << " gives " << testing::PrintToString(given) << ",\nnot "
+                                               << testing::PrintToString(row.out);
+        };
+        testing::RegisterTest(suite, row.name, nullptr, nullptr, file, row.line,
+                              [body] { return new CaseTest<decltype(body)>(body); });
+    }
+    return true;
+}
 
 inline string times(std::size_t count, const string& text)
 {
@@ -57,11 +64,4 @@ inline string address_text(const IpAddress& address)
 {
     char text[INET6_ADDRSTRLEN];
     return inet_ntop(socket_family(address.family), address.bytes, text, sizeof text);
-}
-
-inline IpAddress address_of(AddressFamily family, const string& text)
-{
-    IpAddress address = {family, {}};
-    EXPECT_EQ(inet_pton(socket_family(family), text.c_str(), address.bytes), 1);
-    return address;
 }

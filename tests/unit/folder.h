@@ -1,8 +1,7 @@
-// Tests that work in an empty folder of their own.
+// A test that works in an empty folder of its own.
 #pragma once
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -10,14 +9,12 @@
 
 #include "cases.h"
 
-class FolderTest : public testing::Test
-{
-  protected:
+struct FolderTest : testing::Test {
+    char folder[20] = "/tmp/tolvane-XXXXXX";
+
     void SetUp() override
     {
-        char path[] = "/tmp/tolvane-XXXXXX";
-        folder = mkdtemp(path);
-        std::filesystem::current_path(folder);
+        std::filesystem::current_path(mkdtemp(folder));
     }
 
     void TearDown() override
@@ -26,12 +23,9 @@ class FolderTest : public testing::Test
         std::filesystem::remove_all(folder);
     }
 
-    static void write_file(const string& path, const string& text, mode_t mode = 0644)
+    static void write_file(const char* path, const string& text, mode_t mode = 0644)
     {
         std::ofstream(path) << text;
-        chmod(path.c_str(), mode);
+        chmod(path, mode);
     }
-
-  private:
-    string folder;
 };

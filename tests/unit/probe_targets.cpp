@@ -3,31 +3,30 @@
 #include "cases.h"
 #include "probe_hosts.h"
 
-namespace
+// The document URLs of a device class for both families, without the scheme.
+static string targets(int device_class)
 {
-
-// The URL of a device class.
-template <AddressFamily FAMILY> string target(int device_class)
-{
-    ProbeUrl url;
-    EXPECT_TRUE(select_probe_target(FAMILY, device_class, url));
-    return url.host + ":"s + std::to_string(url.port) + url.path;
+    string text;
+    for (const AddressFamily family : ADDRESS_FAMILIES) {
+        ProbeUrl url;
+        EXPECT_TRUE(select_probe_target(family, device_class, url));
+        text += url.host + ":"s + std::to_string(url.port) + url.path + " ";
+    }
+    return text;
 }
 
-const CaseOf<int> IPV4_CLASSES[] = {
-    {"class_0", 0, V4_HOST_A + ":80/lib/tolvane.xml"s},  {"class_1", 1, V4_HOST_B + ":80/lib/tolvane1.xml"s},
-    {"class_2", 2, V4_HOST_B + ":80/lib/tolvane2.xml"s}, {"class_3", 3, V4_HOST_C + ":80/lib/tolvane3.xml"s},
-    {"class_4", 4, V4_HOST_C + ":80/lib/tolvane4.xml"s}, {"class_5", 5, V4_HOST_C + ":80/lib/tolvane5.xml"s},
-    {"no_class", 7, V4_HOST_A + ":80/lib/tolvane.xml"s},
+static string both(const char* ipv4_host, const char* ipv6_host, const string& path)
+{
+    return ipv4_host + (":80" + path) + " " + ipv6_host + ":80" + path + " ";
+}
+
+const CaseOf<int> CLASSES[] = {
+    {"old_products", 0, both(V4_HOST_A, V6_HOST_A, "/lib/tolvane.xml")},
+    {"network_devices", 1, both(V4_HOST_B, V6_HOST_B, "/lib/tolvane1.xml")},
+    {"storage", 2, both(V4_HOST_B, V6_HOST_B, "/lib/tolvane2.xml")},
+    {"cameras", 3, both(V4_HOST_C, V6_HOST_C, "/lib/tolvane3.xml")},
+    {"sensors", 4, both(V4_HOST_C, V6_HOST_C, "/lib/tolvane4.xml")},
+    {"other_devices", 5, both(V4_HOST_C, V6_HOST_C, "/lib/tolvane5.xml")},
 };
 
-const CaseOf<int> IPV6_CLASSES[] = {
-    {"class_0", 0, V6_HOST_A + ":80/lib/tolvane.xml"s},  {"class_1", 1, V6_HOST_B + ":80/lib/tolvane1.xml"s},
-    {"class_2", 2, V6_HOST_B + ":80/lib/tolvane2.xml"s}, {"class_3", 3, V6_HOST_C + ":80/lib/tolvane3.xml"s},
-    {"class_4", 4, V6_HOST_C + ":80/lib/tolvane4.xml"s}, {"class_5", 5, V6_HOST_C + ":80/lib/tolvane5.xml"s},
-};
-
-CASES(Ipv4Target, target<IPV4>, IPV4_CLASSES);
-CASES(Ipv6Target, target<IPV6>, IPV6_CLASSES);
-
-} // namespace
+CASES(DeviceClass, targets, CLASSES);
