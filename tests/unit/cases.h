@@ -43,8 +43,7 @@ bool add_cases(const char* suite, Function give, const Rows& rows, const char* f
         const auto body = [&row, give, file] {
             const string given = give(row.in);
             if (given != row.out)
-                ADD_FAILURE_AT(file, row.line) << row.name << " gives " << testing::PrintToString(given) << ",\nnot "
-                                               << testing::PrintToString(row.out);
+                ADD_FAILURE_AT(file, row.line) << row.name << " gives " << testing::PrintToString(given);
         };
         testing::RegisterTest(suite, row.name, nullptr, nullptr, file, row.line,
                               [body] { return new CaseTest<decltype(body)>(body); });

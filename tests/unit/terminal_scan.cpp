@@ -23,14 +23,14 @@ const Case LISTS[] = {
 
 CASES(InterfaceList, names_in, LISTS);
 
-using Lines = vector<IfconfigItems>;
-
 const IfconfigItems HARDWARE = {true, false, false};
 const IfconfigItems IPV4_ADDRESS = {false, true, false};
 const IfconfigItems IPV6_ADDRESS = {false, false, true};
 
+using Interfaces = vector<vector<IfconfigItems>>;
+
 // The result and the selected name of a, b and c, of which ifconfig shows these lines.
-static string selection(const vector<Lines>& interfaces)
+static string selection(const Interfaces& interfaces)
 {
     ScannedInterface table[MAX_SCANNED_INTERFACES];
     std::memset(table, 0xFF, sizeof table);
@@ -44,10 +44,10 @@ static string selection(const vector<Lines>& interfaces)
     return std::to_string(result) + selected.text;
 }
 
-const CaseOf<vector<Lines>> SCANS[] = {
+const CaseOf<Interfaces> SCANS[] = {
     {"one_present", {{}, {HARDWARE}, {}}, "2-"},
-    {"both_addresses", {{HARDWARE, IPV4_ADDRESS, IPV6_ADDRESS, IPV4_ADDRESS}}, "17a"},
-    {"address_before_presence", {{IPV6_ADDRESS, HARDWARE}}, "16a"},
+    {"both_addresses", {{HARDWARE, IPV4_ADDRESS, IPV6_ADDRESS}}, "17a"},
+    {"address_before_presence", {{IPV6_ADDRESS, HARDWARE, IPV4_ADDRESS}}, "17a"},
     {"first_with_an_address", {{HARDWARE}, {HARDWARE, IPV4_ADDRESS}, {IPV6_ADDRESS}}, "1b"},
 };
 

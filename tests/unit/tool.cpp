@@ -61,8 +61,3 @@ TEST_F(ToolTest, MayBeAScriptWithoutInterpreterLine)
     write_file("tool", "echo \"$0 $#: $1\"\n", 0755);
     EXPECT_EQ(output_in({"PATH=."}, "tool", "a b"), "./tool 1: a b\n");
 }
-
-TEST_F(ToolTest, HasNoOutputIfItDoesNotExist)
-{
-    EXPECT_EQ(output_in({}, "./tool"), "");
-}
