@@ -11,28 +11,34 @@ inline constexpr char V6_HOST_A[] = TOLVANE_V6_HOST_A;
 inline constexpr char V6_HOST_B[] = TOLVANE_V6_HOST_B;
 inline constexpr char V6_HOST_C[] = TOLVANE_V6_HOST_C;
 
+enum HostSlot : unsigned char { HOST_A, HOST_B, HOST_C };
+
+inline constexpr const char* PROBE_HOSTS[][3] = {
+    {V4_HOST_A, V4_HOST_B, V4_HOST_C},
+    {V6_HOST_A, V6_HOST_B, V6_HOST_C},
+};
+
 inline constexpr int DEVICE_CLASSES = 6;
 inline constexpr int DEVICE_CLASS_CONFIG = 6; // the probes' fallback to the configuration file
 
-// The document URL is "http://", the query host and the path.
+// The document URL is "http://", the family's host of the slot (which is also the one to resolve) and the path.
 struct ProbeTarget {
-    const char* query_host; // resolved through the name servers
-    const char* path;
+    HostSlot slot;
+    char path[18];
 };
 
-inline constexpr ProbeTarget PROBE_TARGETS_V4[DEVICE_CLASSES] = {
-    {V4_HOST_A, "/lib/tolvane.xml"},  {V4_HOST_B, "/lib/tolvane1.xml"}, {V4_HOST_B, "/lib/tolvane2.xml"},
-    {V4_HOST_C, "/lib/tolvane3.xml"}, {V4_HOST_C, "/lib/tolvane4.xml"}, {V4_HOST_C, "/lib/tolvane5.xml"},
-};
-
-inline constexpr ProbeTarget PROBE_TARGETS_V6[DEVICE_CLASSES] = {
-    {V6_HOST_A, "/lib/tolvane.xml"},  {V6_HOST_B, "/lib/tolvane1.xml"}, {V6_HOST_B, "/lib/tolvane2.xml"},
-    {V6_HOST_C, "/lib/tolvane3.xml"}, {V6_HOST_C, "/lib/tolvane4.xml"}, {V6_HOST_C, "/lib/tolvane5.xml"},
+inline constexpr ProbeTarget PROBE_TARGETS[DEVICE_CLASSES] = {
+    {HOST_A, "/lib/tolvane.xml"},  {HOST_B, "/lib/tolvane1.xml"}, {HOST_B, "/lib/tolvane2.xml"},
+    {HOST_C, "/lib/tolvane3.xml"}, {HOST_C, "/lib/tolvane4.xml"}, {HOST_C, "/lib/tolvane5.xml"},
 };
 
 // The target of a device class 0 to 5; any other class gets that of class 0.
-inline const ProbeTarget& built_in_target(AddressFamily family, int device_class)
+inline const ProbeTarget& built_in_target(int device_class)
 {
-    const int row = device_class >= 0 && device_class < DEVICE_CLASSES ? device_class : 0;
-    return family == AddressFamily::IPV4 ? PROBE_TARGETS_V4[row] : PROBE_TARGETS_V6[row];
+    return PROBE_TARGETS[device_class >= 0 && device_class < DEVICE_CLASSES ? device_class : 0];
+}
+
+inline const char* probe_host(AddressFamily family, const ProbeTarget& target)
+{
+    return PROBE_HOSTS[static_cast<int>(family)][target.slot];
 }

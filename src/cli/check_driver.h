@@ -12,5 +12,5 @@
 // Examines the named interface and probes the servers, every time.
 ResultCode run_every_time_check(const RunOptions& options, DriverSettings& settings);
 
-// Picks an interface of the list, and confirms a family whose full probe succeeded within a day by DNS only.
+// Picks an interface of the list. A family whose full probe succeeded less than a day ago is confirmed by DNS only.
 ResultCode run_terminal_check(const RunOptions& options, DriverSettings& settings);

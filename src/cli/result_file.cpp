@@ -42,7 +42,7 @@ void write_result(int descriptor, ResultCode code, std::int64_t stamp)
     char text[RESULT_LINE_SIZE];
     std::snprintf(text, sizeof text, "%d\n%lld\n", code, static_cast<long long>(stamp));
     // A half-written file could be read as a success with no time stamp.
-    if (!write_text(descriptor, text) && ftruncate(descriptor, 0) != 0)
+    if (!write_text(descriptor, text))
         delete_result_file();
 }
 

@@ -10,8 +10,8 @@ inline constexpr ResultCode RESULT_FILE_ABSENT = 255;
 inline constexpr ResultCode RESULT_FILE_STALE = 254;
 
 // The file holds two decimal lines: the result code, with the marker FRESH_PROBE in the nibble of each family whose
-// full probe succeeded in that run, and the time of the last such success (seconds since 1970). The time is 0 if there
-// was no such success or the run found it stale.
+// full probe succeeded in that run, and the time of the last such success (seconds since 1970). The time is 0 if the
+// run before left no success with a time, or a stale one, and this run made no full probe that succeeded.
 
 // Reads the code from the file's text and, if it holds a success of a family, the time stamp. Returns the code with the
 // markers turned back into WORKS; RESULT_FILE_STALE if the stamp is after `now` or 86400 seconds or more before it;
@@ -24,8 +24,8 @@ ResultCode parse_result(TextReader& reader, std::int64_t now, std::int64_t& stam
 ResultCode read_result_file(std::int64_t& stamp);
 
 // Writes the code and the time: the current time if the code holds a marker, otherwise `stamp`. A regular file that is
-// there is replaced, never written to; anything else there is left alone. A file that cannot be written whole is left
-// empty or deleted. Nothing is reported.
+// there is replaced, never written to; anything else there is left alone. A file that cannot be written whole is
+// deleted. Nothing is reported.
 void write_result_file(ResultCode code, std::int64_t stamp);
 
 // Deletes the file. A missing file is no error.

@@ -25,7 +25,6 @@ std::size_t dns_skip_name(const unsigned char* message, std::size_t size, std::s
 std::size_t dns_build_query(unsigned char* message, std::uint16_t id, const char* host, AddressFamily family);
 
 // Finds the first answer record of the family's type whose data are long enough for an address, in a received message
-// of `size` octets. Nothing of the message but the answer records and their count is examined. Returns false, with
-// `address` untouched, if there is no such record among the first 20 answer records or before a record that runs past
-// the end of the message.
+// of `size` octets. Of the rest of the message only the count of answers is believed. The first 20 answer records are
+// read, up to one that runs past the end of the message. Returns false, with `address` untouched, if none of them fits.
 bool dns_find_address(const unsigned char* message, std::size_t size, AddressFamily family, IpAddress& address);

@@ -50,7 +50,7 @@ Resolution resolve_host(const char* host, AddressFamily family, const NameServer
 int check_dns(AddressFamily family, int device_class, InterfaceName& interface_name)
 {
     IpAddress answer;
-    const char* host = built_in_target(family, device_class).query_host;
+    const char* host = probe_host(family, built_in_target(device_class));
     const Resolution resolution = resolve_host(host, family, collect_name_servers(family), answer, interface_name);
     return resolution == Resolution::FOUND ? 0 : -1;
 }

@@ -15,7 +15,7 @@ struct IfconfigItems {
     bool global_ipv6_address; // "inet6 addr:" with "Scope:Global", and its text converted
 };
 
-// Stores what one line says in hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len. A text that does not
+// Takes hw_addr, ipv4_addr, ipv4_mask, ipv6_addr and ipv6_prefix_len from the items of one line. A text that does not
 // convert leaves its field as it was; the prefix length is stored even if the address before it does not convert.
 // Missing groups of a MAC address are 0.
 IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config);

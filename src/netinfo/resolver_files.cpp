@@ -11,7 +11,7 @@ namespace
 {
 
 // Both files are read, in this order, into one list.
-constexpr const char* RESOLVER_FILES[] = {"/tmp/resolv.conf.auto", "/etc/resolv.conf"};
+constexpr char RESOLVER_FILES[][22] = {"/tmp/resolv.conf.auto", "/etc/resolv.conf"};
 
 constexpr char KEYWORD[] = "nameserver ";
 constexpr std::size_t KEYWORD_LENGTH = sizeof KEYWORD - 1;
@@ -69,7 +69,7 @@ int read_nameservers(AddressFamily family, NameServerSlots& servers)
     for (IpAddress& server : servers)
         server = {family, {}};
     int count = 0;
-    for (const char* path : RESOLVER_FILES) {
+    for (const char(&path)[22] : RESOLVER_FILES) {
         TextReader reader;
         if (!open_regular_file(path, reader))
             continue;

@@ -12,7 +12,7 @@ inline constexpr std::size_t SCANNED_NAME_SIZE = 15; // names of at most 14 char
 struct ScannedInterface {
     char name[SCANNED_NAME_SIZE];
     int status;     // 0 absent, 2 present; 1 is added for an IPv4 address, 16 for a global IPv6 address
-    int link_state; // as get_link_state returns it, -1 before; it decides nothing
+    int link_state; // the result of get_link_state, -1 at first; nothing depends on it
 };
 
 // Splits a comma-separated list into the names of `table`, with status 0. Characters other than ASCII letters, digits,

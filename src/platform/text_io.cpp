@@ -14,34 +14,38 @@ namespace
 
 constexpr std::size_t REGULAR_FILE_LIMIT = 1024 * 1024; // far more than any real file of ours has
 
+// A file of /proc also calls itself regular, with a size of 0. To read one may take the kernel's messages from those
+// who wait for them (/proc/kmsg), so only root may link to one: /proc/net/pnp, for example, is a resolver file.
+bool may_be_read_through(const char* link, const struct stat& target)
+{
+    struct stat owner;
+    return S_ISREG(target.st_mode) && (target.st_size > 0 || (lstat(link, &owner) == 0 && owner.st_uid == 0));
+}
+
+// Opens the target of a link unless it is a device or the like: to open one can already have an effect, and anyone can
+// make a link to it. O_PATH finds the target without opening it; its name in /proc (proc(5)) then opens just that file,
+// even if the path leads elsewhere by now. The other flags of the first call are for kernels before 2.6.39, which
+// ignore O_PATH.
+int open_link_target(const char* link)
+{
+    constexpr int READING = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const int found = open(link, O_PATH | READING);
+    if (found < 0)
+        return -1;
+    char name[32];
+    std::snprintf(name, sizeof name, "/proc/self/fd/%d", found);
+    int file = -1;
+    struct stat target;
+    if (stat(name, &target) == 0 && may_be_read_through(link, target))
+        file = open(name, READING);
+    close(found);
+    return file;
+}
+
 bool is_regular_file(int descriptor)
 {
     struct stat status;
     return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
-}
-
-// Opens the file that `found`, a descriptor made with O_PATH, refers to, even if the path leads elsewhere by now
-// (proc(5), /proc/PID/fd). Only a device without /proc has to trust the path a second time.
-int open_found_file(int found, const char* path)
-{
-    char name[32];
-    std::snprintf(name, sizeof name, "/proc/self/fd/%d", found);
-    const int file = open(name, O_RDONLY | O_CLOEXEC);
-    if (file < 0 && errno == ENOENT)
-        return open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    return file;
-}
-
-// Anyone can make a link to any device, and to open a device can already have an effect. O_PATH finds what the link
-// leads to without opening it. The other flags are for kernels before 2.6.39, which ignore O_PATH.
-int open_link_target(const char* path)
-{
-    const int found = open(path, O_PATH | O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (found < 0)
-        return -1;
-    const int file = is_regular_file(found) ? open_found_file(found, path) : -1;
-    close(found);
-    return file;
 }
 
 int open_if_regular(const char* path)

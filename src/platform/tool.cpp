@@ -52,8 +52,10 @@ void execute_file(const char* path, CommandLine& command, const Environment& env
     auto* const* variables = const_cast<char* const*>(environment.variables);
     execve(path, words + 1, variables);
     if (errno == ENOEXEC) {
+        const char* name = command.words[1];
         command.words[1] = path;
         execve("/bin/sh", words, variables);
+        command.words[1] = name;
     }
 }
 
@@ -95,6 +97,9 @@ pid_t start_process(CommandLine& command, int input, int output)
         // The parent may have been killed before the request takes effect.
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (getppid() == parent) {
+            // Signals that this process ignores would be ignored by the tool, too.
+            std::signal(SIGPIPE, SIG_DFL);
+            std::signal(SIGXFSZ, SIG_DFL);
             if (input >= 0)
                 dup2(input, STDIN_FILENO);
             dup2(output, STDOUT_FILENO);

@@ -4,10 +4,11 @@
 #include "address_family.h"
 #include "interface_name.h"
 
-// Probes the server of a device class (0 to 5) in up to `attempts` attempts, at least one. Only a failed connection and
-// a document that does not verify lead to another attempt. If the last attempt failed, or the host was not resolved,
-// and the configuration file exists, one attempt with the document that the file names decides instead. A socket that
-// cannot be created ends the probe at once. Returns the family's code of
+// Probes the server of a device class (0 to 5) in up to `attempts` attempts, at least one. Only a failed connection or
+// a document that does not verify leads to another attempt. If the configuration file exists, one attempt with the
+// document that it names follows the last failed attempt, or a failed name query, and its result counts. Nothing
+// follows if a socket cannot be created, no name server is known, or the document URL is refused. Returns the family's
+// code of
 //   WORKS              1, 16
 //   DNS_QUERY_FAILED   8, 128   also if an IPv4 answer was a private address that served no document
 //   CONNECTION_FAILED  9, 144

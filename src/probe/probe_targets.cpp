@@ -9,8 +9,9 @@ bool select_probe_target(AddressFamily family, int device_class, ProbeUrl& url)
 {
     if (device_class == DEVICE_CLASS_CONFIG)
         return split_probe_url(read_probe_config().xmluri, url);
-    const ProbeTarget& target = built_in_target(family, device_class);
-    copy_text(target.query_host, std::strlen(target.query_host), url.host);
+    const ProbeTarget& target = built_in_target(device_class);
+    const char* host = probe_host(family, target);
+    copy_text(host, std::strlen(host), url.host);
     copy_text(target.path, std::strlen(target.path), url.path);
     url.port = HTTP_PORT;
     return true;

@@ -17,7 +17,6 @@ struct ProbeUrl {
 };
 
 // Splits "http://" HOST [":" PORT] [PATH], up to the first white space. White space directly after "http://" is
-// skipped. What follows the scheme is cut to URL_WORD_SIZE - 1 characters. A port of 0 modulo 65536 becomes 80, a
-// missing path
-// "/". Returns false, with `parts` undefined, if the URL does not begin with "http://" or is nothing else.
+// skipped. What follows the scheme is cut to URL_WORD_SIZE - 1 characters. A port of 0 modulo 65536 becomes 80, and a
+// missing path "/". Returns false, with `parts` undefined, if the URL does not begin with "http://" or is nothing else.
 bool split_probe_url(const char* url, ProbeUrl& parts);
