@@ -24,8 +24,8 @@ bool may_be_read_through(const char* link, const struct stat& target)
 
 // Opens the target of a link unless it is a device or the like: to open one can already have an effect, and anyone can
 // make a link to it. O_PATH finds the target without opening it; its name in /proc (proc(5)) then opens just that file,
-// even if the path leads elsewhere by now. The other flags of the first call are for kernels before 2.6.39, which
-// ignore O_PATH.
+// even if the path leads elsewhere by now. Only a device without /proc has to trust the path. The other flags of the
+// first call are for kernels before 2.6.39, which ignore O_PATH.
 int open_link_target(const char* link)
 {
     constexpr int READING = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
@@ -36,8 +36,9 @@ int open_link_target(const char* link)
     std::snprintf(name, sizeof name, "/proc/self/fd/%d", found);
     int file = -1;
     struct stat target;
-    if (stat(name, &target) == 0 && may_be_read_through(link, target))
-        file = open(name, READING);
+    const bool has_proc = stat(name, &target) == 0;
+    if (!has_proc || may_be_read_through(link, target))
+        file = open(has_proc ? name : link, READING);
     close(found);
     return file;
 }

@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr std::size_t MAX_VARIABLES = 500;
-constexpr char DEFAULT_PATH[] = "/sbin:/usr/sbin:/bin:/usr/bin"; // BusyBox's, for a caller without PATH
+constexpr char DEFAULT_PATH[] = "/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin";
 
 // The words of a command line, after a place for the shell that may have to read the tool.
 struct CommandLine {
@@ -94,9 +94,10 @@ pid_t start_process(CommandLine& command, int input, int output)
     // system call (vfork(2)), and this one becomes the tool at once.
     const pid_t process = vfork();
     if (process == 0) {
-        // The parent may have been killed before the request takes effect.
+        // The parent may have been killed before the request takes effect. A parent in another pid namespace is 0.
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (getppid() == parent) {
+        const pid_t parent_now = getppid();
+        if (parent_now == parent || parent_now == 0) {
             // Signals that this process ignores would be ignored by the tool, too.
             std::signal(SIGPIPE, SIG_DFL);
             std::signal(SIGXFSZ, SIG_DFL);
