@@ -1,4 +1,4 @@
-"""The checker on a kernel, a BusyBox and a byte order of its own: a machine that is started once runs every case."""
+"""The checker on a kernel, a BusyBox and a byte order of its own. One machine runs every case."""
 
 import os
 import re
@@ -21,13 +21,11 @@ check() {
 }
 """
 CASES = [
-    pytest.param("tolvane", 1, id="IPv4"),
     pytest.param("tolvane -6", 16, id="IPv6"),
     pytest.param("tolvane -46", 17, id="both families"),
     pytest.param("tolvane -i eth1", 3, id="no interface"),
     pytest.param("ip addr del 192.0.2.10/24 dev eth0; tolvane -46", 4 + 16, id="no IPv4 address"),
     pytest.param("ip addr del 2001:db8:0:1::10/64 dev eth0; tolvane -46", 1 + 64, id="no IPv6 address"),
-    pytest.param("ip link set eth0 down; tolvane -46", 5 + 64, id="link down"),
     pytest.param("ip route del default; tolvane -46", 5 + 16, id="no IPv4 route"),
     pytest.param("ip -6 route del default; tolvane -46", 1 + 80, id="no IPv6 route"),
     pytest.param("for v in 4 6; do ip -$v route del default; ip -$v route add default dev eth0; done; tolvane -46",
@@ -37,24 +35,17 @@ CASES = [
     pytest.param("ip -6 route del default; ip -6 route add default via fe80::1 dev eth0; tolvane -46", 17,
                  id="link-local next hop"),
     pytest.param(": >/etc/resolv.conf; tolvane -46", 6 + 96, id="no name server"),
-    pytest.param(": >/etc/resolv.conf; tolvane -46 -woi", 15 + 240, id="no name server, unexamined"),
     pytest.param("sed -i s/53$/99/ /etc/resolv.conf; tolvane -46", 8 + 128, id="silent name servers"),
-    pytest.param("sed -i '1i nameserver 198.51.100.99' /etc/resolv.conf; tolvane", 1, id="one silent name server"),
-    pytest.param("ip route add unreachable 198.51.100.53; ip -6 route add unreachable 2001:db8:53::53; tolvane -46",
-                 8 + 128, id="no route to the name servers"),
     pytest.param("echo nameserver fe80::1 >/etc/resolv.conf; tolvane -46", 17, id="link-local name server"),
     pytest.param("echo nameserver fe80::1 >/etc/resolv.conf; tolvane -46 -woi", 17, id="its interface found"),
     pytest.param(OUR_WEB_SERVER + "; tolvane -46", 9 + 144, id="web server refuses"),
     pytest.param("ip route add 203.0.113.80 via 192.0.2.66; arp -s 192.0.2.66 00:00:5e:00:53:66;"
                  "ip -6 route add 2001:db8:80::80 via 2001:db8:0:1::66; tolvane -46 -nrt", 9 + 144,
                  id="web server does not connect"),
-    pytest.param(OUR_WEB_SERVER + "; nc -l -p 80 >/dev/null & sleep 1; tolvane -nrt; code=$?; kill $!; exit $code", 10,
-                 id="web server says nothing"),
     pytest.param(OUR_WEB_SERVER + "; httpd -h /tmp; tolvane -46; code=$?; kill $(pidof httpd); exit $code", 10 + 160,
                  id="no document"),
     pytest.param("tolvane -trm eth1,eth0 -46 && exit 1; grep -qx 238 /tmp/tolvaneresult", 0, id="terminal mode"),
     pytest.param("tolvane -trm eth0 -46; " + OUR_WEB_SERVER + "; tolvane -trm eth0 -46", 17, id="confirmed by DNS"),
-    pytest.param("tolvane -trm eth1", 3, id="terminal mode without an interface"),
     pytest.param("ip addr flush dev eth0; tolvane -trm eth0", 2, id="terminal mode without an address"),
     pytest.param("ip route del default; ip -6 route del default; tolvane -trm eth0 -46", 5 + 80,
                  id="terminal mode without routes"),
@@ -69,7 +60,7 @@ CASES = [
 ]
 
 
-@pytest.fixture(scope="session")
+@pytest.fixture(scope="module")
 def statuses():
     calls = [f"check {shlex.quote(case.id)} {shlex.quote(case.values[0])}" for case in CASES]
     command = [MACHINE, os.environ["MACHINE"], "sh", "-c", RUN_CASES + "\n".join(calls)]
