@@ -18,36 +18,32 @@ PROJECT = Path(__file__).resolve().parents[2]
 os.environ.setdefault("TOLVANE", str(PROJECT / "build/native/tolvane"))
 
 # A sanitizer or an emulator needs descriptors, processes and files of its own.
-unhosted = pytest.mark.skipif(
-    "TOLVANE_HOSTED" in os.environ,
-    reason="limits the program's host more than the program",
-)
+unhosted = pytest.mark.skipif("TOLVANE_HOSTED" in os.environ, reason="would limit the program's host more")
 
 NAME_SERVERS = ["198.51.100.53", "2001:db8:53::53"]
 WEB_SERVERS = ["203.0.113.80", "2001:db8:80::80"]
 A = 1
 CNAME = 5
 AAAA = 28
-RESET = object()  # a step of a web script: end the connection with a reset
 
 Result = namedtuple("Result", "code out err seconds cpu")
-Query = namedtuple("Query", "server address port kind")
+Query = namedtuple("Query", "server address port")
 
 
-def document(date=b"2026-11-22 12:00:00", checksum=None):
-    if checksum is None:
-        checksum = hashlib.md5(date[:20]).hexdigest()
+DATE = b"2026-11-22 12:00:00"
+
+
+def document(checksum):
     return (
         b'<?xml version="1.0" encoding="UTF-8"?>\n'
-        b'<tolvane date="' + date + b'">\n'
-        b"\t<checksum>" + checksum.encode() + b"</checksum>\n"
-        b"</tolvane>\n"
-    )
+        b'<tolvane date="%s">\n\t<checksum>%s</checksum>\n</tolvane>\n'
+    ) % (DATE, checksum.encode())
 
 
 HEAD = b"HTTP/1.0 200 OK\r\nContent-Type: text/xml\r\n\r\n"
-GOOD_PAGE = HEAD + document()
-BAD_PAGE = HEAD + document(checksum="0" * 32)
+DOCUMENT = document(hashlib.md5(DATE).hexdigest())
+GOOD_PAGE = HEAD + DOCUMENT
+BAD_PAGE = HEAD + document("0" * 32)
 
 
 def record(kind, data, owner=b"\xc0\x0c"):
@@ -76,11 +72,6 @@ def leading_to(ipv4, ipv6):
 right_answer = leading_to(*WEB_SERVERS)
 
 
-def cpu_of_children():
-    times = os.times()
-    return times.children_user + times.children_system
-
-
 class Device:
     def __init__(self, announced):
         self.pid, self.network = announced.split()
@@ -95,11 +86,11 @@ class Device:
         command += ["chroot", "/mnt/device", "env", "-i", "PATH=/sbin:/bin"]
         command += [f"{name}={value}" for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")]
         command += words
-        start = time.monotonic()
-        cpu = cpu_of_children()
+        before = os.times()
         done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, timeout=60, encoding="latin-1")
-        seconds = time.monotonic() - start
-        return Result(done.returncode, done.stdout, done.stderr, seconds, cpu_of_children() - cpu)
+        after = os.times()
+        cpu = after.children_user + after.children_system - before.children_user - before.children_system
+        return Result(done.returncode, done.stdout, done.stderr, after.elapsed - before.elapsed, cpu)
 
     def change(self, command):
         """Runs a shell command that prepares the device."""
@@ -164,7 +155,7 @@ class Device:
         def serve(listener, server):
             query, client = listener.recvfrom(65536)
             kind = query[-3]  # the query ends with its type and class
-            self.queries.append(Query(server, client[0], client[1], kind))
+            self.queries.append(Query(server, client[0], client[1]))
             for step in steps:
                 if callable(step):
                     listener.sendto(step(query, kind), client)
@@ -175,7 +166,7 @@ class Device:
             self.listen(server, 53, socket.SOCK_DGRAM, serve)
 
     def web(self, *scripts, servers=WEB_SERVERS):
-        """The n-th connection follows the n-th script, later ones the last: bytes to send, seconds to wait, RESET."""
+        """The n-th connection follows the n-th script, later ones the last: bytes to send, seconds to wait."""
 
         def serve(listener, _server):
             connection, _client = listener.accept()
@@ -186,15 +177,10 @@ class Device:
             self.requests.append(connection.recv(4096))
             with contextlib.suppress(OSError), connection:
                 for step in script:
-                    play(connection, step)
-
-        def play(connection, step):
-            if step is RESET:
-                connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-            elif isinstance(step, bytes):
-                connection.sendall(step)
-            else:
-                time.sleep(step)
+                    if isinstance(step, bytes):
+                        connection.sendall(step)
+                    else:
+                        time.sleep(step)
 
         for server in servers:
             self.listen(server, 80, socket.SOCK_STREAM, serve)
