@@ -135,15 +135,6 @@ def test_cron_logs_only_changes_whatever_its_path(device):
         assert device.log.read_text().count("\n") == lines
 
 
-def test_cron_waits_a_fraction_of_the_spread(device):
-    waits = set()
-    for _ in range(3):
-        device(CRON, "eth0", TOLVANE_SPREAD="1000", stubs='sleep() { echo "$1" >>"$LOG"; }')
-        waits.add(int(device.log.read_text().partition("\n")[0]))
-    assert len(waits) > 1
-    assert max(waits) < 1000
-
-
 @pytest.mark.parametrize("stubs, variables, checks", [
     pytest.param("", {"INTERFACE": "lan"}, "", id="LAN"),
     pytest.param("", {"ACTION": "ifdown"}, "", id="down"),

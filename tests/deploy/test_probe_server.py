@@ -93,7 +93,6 @@ OLD = f"{MAKE} /srv/tolvane 2020-01-01"
     pytest.param(LIGHTTPD, "accepted", id="lighttpd"),
     pytest.param("add 'return 302 https://login.example/;'", "redirect to https://login", id="redirect"),
     pytest.param(f"add 'add_header X-Fill {'x' * 900};'", "split", id="too many headers"),
-    pytest.param("sed -i s/UTF-8/utf-8/ /srv/tolvane/lib/*", "wrong declaration", id="lower-case declaration"),
     pytest.param("sed -i 's/\t/    /' /srv/tolvane/lib/*", "blanks", id="tab became blanks"),
     pytest.param("sed -i 's/m>./m>x/' /srv/tolvane/lib/*", "wrong checksum", id="another checksum"),
     pytest.param("web-server stop", "unreachable", id="no server"),

@@ -34,13 +34,6 @@ def test_working_connection(online, arguments, code, out):
     assert run.out == out
 
 
-def test_class_chooses_hosts_and_documents(online):
-    online.run("-46", "-dev4")
-    request = "GET /lib/tolvane4.xml HTTP/1.0\r\nHost: {}:80\r\n\r\n"
-    assert online.requests[0].decode() == request.format("v4-c.probe.varnoko.example")
-    assert online.requests[1].decode() == request.format("v6-c.probe.varnoko.example")
-
-
 @pytest.mark.parametrize("change, code, out", [
     pytest.param(NO_IPV4_ADDRESS, 4 + 16, missing("IPv4 IP") + works("IPv6"), id="no IPv4 address"),
     pytest.param(NO_IPV6_ADDRESS, 1 + 64, missing("IPv6 IP") + works("IPv4"), id="no IPv6 address"),

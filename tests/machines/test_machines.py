@@ -21,9 +21,7 @@ check() {
 }
 """
 CASES = [
-    pytest.param("tolvane -6", 16, id="IPv6"),
     pytest.param("tolvane -46", 17, id="both families"),
-    pytest.param("tolvane -i eth1", 3, id="no interface"),
     pytest.param("ip addr del 192.0.2.10/24 dev eth0; tolvane -46", 4 + 16, id="no IPv4 address"),
     pytest.param("ip addr del 2001:db8:0:1::10/64 dev eth0; tolvane -46", 1 + 64, id="no IPv6 address"),
     pytest.param("ip route del default; tolvane -46", 5 + 16, id="no IPv4 route"),
@@ -37,7 +35,6 @@ CASES = [
     pytest.param(": >/etc/resolv.conf; tolvane -46", 6 + 96, id="no name server"),
     pytest.param("sed -i s/53$/99/ /etc/resolv.conf; tolvane -46", 8 + 128, id="silent name servers"),
     pytest.param("echo nameserver fe80::1 >/etc/resolv.conf; tolvane -46", 17, id="link-local name server"),
-    pytest.param("echo nameserver fe80::1 >/etc/resolv.conf; tolvane -46 -woi", 17, id="its interface found"),
     pytest.param(OUR_WEB_SERVER + "; tolvane -46", 9 + 144, id="web server refuses"),
     pytest.param("ip route add 203.0.113.80 via 192.0.2.66; arp -s 192.0.2.66 00:00:5e:00:53:66;"
                  "ip -6 route add 2001:db8:80::80 via 2001:db8:0:1::66; tolvane -46 -nrt", 9 + 144,
@@ -47,8 +44,6 @@ CASES = [
     pytest.param("tolvane -trm eth1,eth0 -46 && exit 1; grep -qx 238 /tmp/tolvaneresult", 0, id="terminal mode"),
     pytest.param("tolvane -trm eth0 -46; " + OUR_WEB_SERVER + "; tolvane -trm eth0 -46", 17, id="confirmed by DNS"),
     pytest.param("ip addr flush dev eth0; tolvane -trm eth0", 2, id="terminal mode without an address"),
-    pytest.param("ip route del default; ip -6 route del default; tolvane -trm eth0 -46", 5 + 80,
-                 id="terminal mode without routes"),
     pytest.param("tolvane-explain 145 | grep -qx 'IPv6: look at the firewall, then the router, then the probe server'",
                  0, id="tolvane-explain"),
     pytest.param("date -s @2147483600; tolvane -trm eth0; date -s @2147483700; " + OUR_WEB_SERVER + "; tolvane -trm eth0",

@@ -6,9 +6,7 @@ static string ipv4_class(const IpAddress& address)
 }
 
 const CaseOf<IpAddress> ADDRESSES[] = {
-    {"unset", {IPV4, {}}, "0"},
     {"broadcast", {IPV4, {255, 255, 255, 255}}, "0"},
-    {"other_family", {IPV6, {10}}, "0"},
     {"private_10", {IPV4, {10, 255}}, "1"},
     {"last_private_172", {IPV4, {172, 31}}, "2"},
     {"after_private_172", {IPV4, {172, 32}}, "4"},

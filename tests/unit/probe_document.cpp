@@ -2,20 +2,6 @@
 
 #include "cases.h"
 
-static string digest_in(const string& output)
-{
-    char digest[DIGEST_FIELD_SIZE] = "";
-    take_digest(reader_of(output), digest);
-    return digest;
-}
-
-const Case OUTPUTS[] = {
-    {"31_characters_after_32", times(32, "1") + "\n" + times(30, "2") + "\n", times(32, "1")},
-    {"line_of_511_characters", times(511, "1") + times(32, "2"), times(32, "2")},
-};
-
-CASES(TakeDigest, digest_in, OUTPUTS);
-
 static string document(const string& date, const string& checksum)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tolvane date=\"" + date + "\">\n\t<checksum>" + checksum;

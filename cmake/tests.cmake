@@ -1,11 +1,12 @@
 # Unit tests are built only where this machine can run them. Every build runs the device tests on its own program.
+set(tests ${PROJECT_SOURCE_DIR}/tests)
 set(pytest /usr/bin/python3 -m pytest -q -p no:cacheprovider)
 
 if(TOLVANE_TESTS AND NOT CMAKE_CROSSCOMPILING AND NOT musl_target)
   find_package(GTest REQUIRED)
-  file(GLOB unit_tests CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/unit/*.cpp)
+  file(GLOB unit_tests CONFIGURE_DEPENDS ${tests}/unit/*.cpp)
   add_executable(unit ${unit_tests})
-  target_include_directories(unit PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_include_directories(unit PRIVATE ${tests})
   target_link_libraries(unit PRIVATE tolvane_core GTest::gtest_main)
   add_test(NAME ${TOLVANE_TEST_PREFIX}unit COMMAND unit)
 endif()
@@ -26,13 +27,13 @@ if(TOLVANE_TESTS)
     list(APPEND device_environment TOLVANE_HOSTED=1)
   endif()
   # Most of a device test is waiting, so many share a processor. Two suites at once would make their clocks late.
-  add_test(NAME ${TOLVANE_TEST_PREFIX}device COMMAND ${pytest} -n 16 ${CMAKE_CURRENT_SOURCE_DIR}/device)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}device COMMAND ${pytest} -n 16 ${tests}/device)
   set_tests_properties(${TOLVANE_TEST_PREFIX}device PROPERTIES ENVIRONMENT "${device_environment}" RUN_SERIAL TRUE)
 endif()
 
 # Debian's name of the architecture of the emulated machine on which this build's program also runs.
 if(TOLVANE_TESTS AND TOLVANE_MACHINE)
-  add_test(NAME ${TOLVANE_TEST_PREFIX}machine COMMAND ${pytest} ${CMAKE_CURRENT_SOURCE_DIR}/machines)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}machine COMMAND ${pytest} ${tests}/machines)
   set_tests_properties(${TOLVANE_TEST_PREFIX}machine PROPERTIES
     ENVIRONMENT "MACHINE=${TOLVANE_MACHINE};TOLVANE=$<TARGET_FILE:tolvane>")
 endif()
@@ -40,7 +41,7 @@ endif()
 if(TOLVANE_DEPLOY_TESTS)
   file(GLOB manuals ${PROJECT_SOURCE_DIR}/docs/*.[18])
   add_test(NAME ${TOLVANE_TEST_PREFIX}manual COMMAND mandoc -T lint -W warning ${manuals})
-  add_test(NAME ${TOLVANE_TEST_PREFIX}deploy COMMAND ${pytest} ${CMAKE_CURRENT_SOURCE_DIR}/deploy)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}deploy COMMAND ${pytest} ${tests}/deploy)
   set_tests_properties(${TOLVANE_TEST_PREFIX}deploy PROPERTIES ENVIRONMENT TOLVANE=$<TARGET_FILE:tolvane>)
 endif()
 
@@ -51,17 +52,17 @@ endif()
 
 # Each target runs over its corpus and then for a second more.
 if(TOLVANE_FUZZ)
-  add_executable(fuzz fuzz/fuzz.cpp)
-  target_include_directories(fuzz PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  add_executable(fuzz ${tests}/fuzz/fuzz.cpp)
+  target_include_directories(fuzz PRIVATE ${tests})
   target_link_libraries(fuzz PRIVATE tolvane_core)
   target_link_options(fuzz PRIVATE -fsanitize=fuzzer)
-  file(GLOB targets CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus fuzz/corpus/*)
+  file(GLOB targets CONFIGURE_DEPENDS RELATIVE ${tests}/fuzz/corpus ${tests}/fuzz/corpus/*)
   foreach(target IN LISTS targets)
-    file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/found/${target})
+    set(found ${CMAKE_BINARY_DIR}/found/${target})
+    file(MAKE_DIRECTORY ${found})
     set(test ${TOLVANE_TEST_PREFIX}${target})
     add_test(NAME ${test}
-      COMMAND fuzz -max_total_time=1 -timeout=10 -artifact_prefix=found/${target}- found/${target}
-              ${CMAKE_CURRENT_SOURCE_DIR}/fuzz/corpus/${target})
+      COMMAND fuzz -max_total_time=1 -timeout=10 -artifact_prefix=${found}- ${found} ${tests}/fuzz/corpus/${target})
     set_tests_properties(${test} PROPERTIES ENVIRONMENT FUZZ_TARGET=${target})
   endforeach()
 endif()
