@@ -31,10 +31,14 @@ inline const IpAddress& interface_address(AddressFamily family, const NetConfig&
 
 inline IpAddress& gateway(AddressFamily family, NetConfig& config)
 {
-    return family == AddressFamily::IPV4 ? config.ipv4_gateway : config.ipv6_gateway;
+    if (family == AddressFamily::IPV4)
+        return config.ipv4_gateway;
+    return config.ipv6_gateway;
 }
 
-inline NameServerSlots& name_servers(AddressFamily family, NetConfig& config)
+inline NameServerSlots& name_server_slots(AddressFamily family, NetConfig& config)
 {
-    return family == AddressFamily::IPV4 ? config.ipv4_dns : config.ipv6_dns;
+    if (family == AddressFamily::IPV4)
+        return config.ipv4_dns;
+    return config.ipv6_dns;
 }

@@ -121,7 +121,7 @@ FamilyOutcome check_terminal_family(AddressFamily family, ResultCode cached, int
     read_gateway_of(family, settings.interface_name, config);
     read_name_servers_of(family, config);
     // A missing name server outranks a missing gateway here, unlike in every-time mode.
-    if (is_unset(name_servers(family, config)[0]))
+    if (is_unset(name_server_slots(family, config)[0]))
         return NO_NAME_SERVER;
     if (is_unset(gateway(family, config)))
         return NO_GATEWAY;

@@ -55,7 +55,7 @@ void read_name_servers_of(AddressFamily family, NetConfig& config)
 {
     NameServerSlots found;
     if (read_nameservers(family, found) > 0)
-        std::memcpy(name_servers(family, config), found, sizeof found);
+        std::memcpy(name_server_slots(family, config), found, sizeof found);
 }
 
 int check_interface(const InterfaceName& interface_name, const RunOptions& options, NetConfig& config)

@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr std::size_t REGULAR_FILE_LIMIT = 1024 * 1024; // far more than any real file of ours has
+constexpr std::size_t REGULAR_FILE_LIMIT = 1 << 20; // far more than any real file of ours has
 
 // A file of /proc also calls itself regular, with a size of 0. To read one may take the kernel's messages from those
 // who wait for them (/proc/kmsg), so only root may link to one: /proc/net/pnp, for example, is a resolver file.
