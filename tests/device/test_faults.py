@@ -13,6 +13,7 @@ OTHER = "/tmp/other"
 @pytest.mark.parametrize("make", [
     pytest.param(f"truncate -s 1000G {AUTO}", id="endless file"),
     pytest.param(f"mkfifo {AUTO}", id="FIFO"),
+    pytest.param(f"ln -s /proc/kmsg {AUTO}; chown -h 54321 {AUTO}", id="link of a user to the kernel's messages"),
 ])
 def test_useless_file_costs_no_time(online, make):
     online.change(make)
