@@ -25,6 +25,7 @@ WEB_SERVERS = ["203.0.113.80", "2001:db8:80::80"]
 A = 1
 CNAME = 5
 AAAA = 28
+RESET = object()  # a step of a web script: end the connection with a reset
 
 Result = namedtuple("Result", "code out err seconds cpu")
 Query = namedtuple("Query", "server address port")
@@ -166,7 +167,7 @@ class Device:
             self.listen(server, 53, socket.SOCK_DGRAM, serve)
 
     def web(self, *scripts, servers=WEB_SERVERS):
-        """The n-th connection follows the n-th script, later ones the last: bytes to send, seconds to wait."""
+        """The n-th connection follows the n-th script, later ones the last: bytes to send, seconds to wait, RESET."""
 
         def serve(listener, _server):
             connection, _client = listener.accept()
@@ -177,7 +178,9 @@ class Device:
             self.requests.append(connection.recv(4096))
             with contextlib.suppress(OSError), connection:
                 for step in script:
-                    if isinstance(step, bytes):
+                    if step is RESET:
+                        connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+                    elif isinstance(step, bytes):
                         connection.sendall(step)
                     else:
                         time.sleep(step)

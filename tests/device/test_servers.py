@@ -6,6 +6,7 @@ from conftest import (
     CNAME,
     DOCUMENT,
     GOOD_PAGE,
+    RESET,
     leading_to,
     no_record,
     record,
@@ -52,6 +53,7 @@ def test_name_servers_are_asked_in_order_until_one_answers(device):
 @pytest.mark.parametrize("servers, asked", [
     pytest.param(["198.51.100.53", "0.0.0.0", "198.51.100.53"], ["198.51.100.53"], id="IPv4"),
     pytest.param(["0.0.0.0", "2001:db8:53::53", "::", "2001:db8:53::53"], ["2001:db8:53::53"], id="IPv6 for IPv4"),
+    pytest.param(["0.0.0.0", "198.51.100.53"], [], id="this device itself"),
 ])
 def test_list_ends_at_an_unset_server(device, servers, asked):
     device.name_servers(*servers)
@@ -100,15 +102,11 @@ def test_configured_document(device):
     assert device.requests[1].decode() == f"GET {path} HTTP/1.0\r\nHost: {host}:8080\r\n\r\n"
 
 
-BEGIN = GOOD_PAGE[:90]
-REST = GOOD_PAGE[90:]
-
-
 @pytest.mark.parametrize("script, code, seconds", [
     pytest.param([4.5, GOOD_PAGE], 1, 4.5, id="late"),
-    pytest.param([60], 10, 5, id="silent"),
     pytest.param([b"x", 0.5] * 20, 10, 5, id="trickle"),
-    pytest.param([BEGIN, 0.3, REST], 10, 0, id="split"),
+    pytest.param([GOOD_PAGE[:90], 0.3, GOOD_PAGE[90:]], 10, 0, id="split"),
+    pytest.param([GOOD_PAGE[:90], 0.1, RESET], 10, 0, id="reset"),
     pytest.param([b"x" * 1023, 0.3, BAD_PAGE, 0.3, GOOD_PAGE], 1, 0, id="third read"),
     pytest.param([DOCUMENT.rjust(1046)], 1, 0, id="digest ends with the read"),
     pytest.param([DOCUMENT.rjust(1047)], 10, 0, id="digest is cut"),
@@ -140,13 +138,10 @@ def test_connections_that_lead_nowhere(device):
     assert run.cpu < 0.5
 
 
-NO_GLOBAL = "ip -6 addr flush eth0 scope global"
-
-
 @pytest.mark.parametrize("arguments, change, is_bound", [
     pytest.param([], "true", True, id="examined interface"),
     pytest.param(["-woi"], "true", True, id="interface with a global address"),
-    pytest.param(["-woi"], NO_GLOBAL, False, id="no interface with a global address"),
+    pytest.param(["-woi"], "ip -6 addr flush eth0 scope global", False, id="no global address"),
 ])
 def test_link_local_name_server(device, arguments, change, is_bound):
     device.name_servers("fe80::1")
