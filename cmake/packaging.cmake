@@ -9,7 +9,7 @@ install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAK
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
 
-# dpkg-shlibdeps looks for the libraries among the packages of the building machine.
+# dpkg-shlibdeps looks for the libraries among the packages of the build machine.
 if(CMAKE_CROSSCOMPILING)
   return()
 endif()

@@ -26,7 +26,7 @@ if(TOLVANE_TESTS)
   if(emulator OR TOLVANE_SANITIZERS)
     list(APPEND device_environment TOLVANE_HOSTED=1)
   endif()
-  # Most of a device test is waiting, so many share a processor. Two suites at once would make their clocks late.
+  # Most of a device test is waiting, so many share a processor. Two suites at once would delay each other's clocks.
   add_test(NAME ${TOLVANE_TEST_PREFIX}device COMMAND ${pytest} -n 16 ${tests}/device)
   set_tests_properties(${TOLVANE_TEST_PREFIX}device PROPERTIES ENVIRONMENT "${device_environment}" RUN_SERIAL TRUE)
 endif()
@@ -45,7 +45,7 @@ if(TOLVANE_DEPLOY_TESTS)
   set_tests_properties(${TOLVANE_TEST_PREFIX}deploy PROPERTIES ENVIRONMENT TOLVANE=$<TARGET_FILE:tolvane>)
 endif()
 
-# It needs compile commands that clang's tools understand, so none that ask for GCC's link-time optimization.
+# Lint needs compile commands that clang's tools understand, so none that ask for GCC's link-time optimization.
 if(TOLVANE_LINT)
   add_test(NAME ${TOLVANE_TEST_PREFIX}lint COMMAND ${PROJECT_SOURCE_DIR}/tools/lint ${CMAKE_BINARY_DIR})
 endif()

@@ -72,8 +72,8 @@ struct AnswerRecord {
     const unsigned char* data; // set only for an address record
 };
 
-// Reads one record. The data of any other than an address record are taken to be a name, as those of a CNAME record
-// are.
+// Reads one record. The data of every record but an address record are taken to be a name, like those of a CNAME
+// record.
 bool read_answer(Cursor& cursor, AnswerRecord& record)
 {
     if (!skip_name(cursor) || !read_number(cursor, record.type) || !skip_octets(cursor, CLASS_AND_TTL_SIZE) ||

@@ -75,7 +75,7 @@ int check_interface(const InterfaceName& interface_name, const RunOptions& optio
     config.ipv6_addr = found.ipv6_addr;
     config.ipv6_prefix_len = found.ipv6_prefix_len;
     for (const AddressFamily family : ADDRESS_FAMILIES) {
-        // To print its route table costs the kernel as much as all our other reads together. The name servers are read
+        // Printing its route table costs the kernel as much as all our other reads together. The name servers are read
         // in any case: IPv4 can use those of IPv6.
         if (is_enabled(family, options))
             read_gateway_of(family, interface_name, config);

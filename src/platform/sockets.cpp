@@ -24,7 +24,7 @@ SocketAddress make_socket_address(const IpAddress& address, std::uint16_t port)
 
 bool wait_for_socket(int descriptor, short event, int milliseconds)
 {
-    // Not select: a careless parent may leave so many descriptors open that the socket is beyond its sets.
+    // Not select: a careless parent may leave so many descriptors open that the socket is beyond select's sets.
     pollfd entry = {descriptor, event, 0};
     return poll(&entry, 1, milliseconds) > 0;
 }

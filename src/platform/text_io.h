@@ -16,13 +16,13 @@ struct TextReader {
 // Makes a reader of an open descriptor, which stays the caller's.
 void start_reading(TextReader& reader, int descriptor);
 
-// Opens a file that only the kernel can provide, and reads it whole. Returns false if it cannot be opened; then there
+// Opens a file that only the kernel can provide, to be read whole. Returns false if it cannot be opened; then there
 // is nothing to close.
 bool open_kernel_file(const char* path, TextReader& reader);
 
 // Opens a file in whose place other users may have put anything. Only a regular file (also through links) is read, and
-// only its first 1 MiB. Nothing blocks. A link to a device does not open the device, and only a link of root's leads to
-// a file without a size (in /proc). Returns false for anything else; then there is nothing to close.
+// only its first 1 MiB. Nothing blocks. A link to a device does not open the device, and a link to a file without a
+// size (in /proc) counts only if it is root's. Returns false for anything else; then there is nothing to close.
 bool open_regular_file(const char* path, TextReader& reader);
 
 void close_text_file(TextReader& reader);

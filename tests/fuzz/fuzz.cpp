@@ -26,7 +26,7 @@ void require(bool condition)
         std::abort();
 }
 
-// The text up to its first zero, in a heap block that ends behind that zero: a read past it is seen.
+// The text up to its first zero, in a heap block that ends after that zero: a read past it is seen.
 std::vector<char> exact_text(const string& input)
 {
     return {input.c_str(), input.c_str() + std::strlen(input.c_str()) + 1};
