@@ -75,8 +75,8 @@ int check_interface(const InterfaceName& interface_name, const RunOptions& optio
     config.ipv6_addr = found.ipv6_addr;
     config.ipv6_prefix_len = found.ipv6_prefix_len;
     for (const AddressFamily family : ADDRESS_FAMILIES) {
-        // Printing its route table costs the kernel as much as all our other reads together. The name servers are read
-        // in any case: IPv4 can use those of IPv6.
+        // Printing a route table costs the kernel as much as all our other reads together. The name servers are read in
+        // any case: IPv4 can use those of IPv6.
         if (is_enabled(family, options))
             read_gateway_of(family, interface_name, config);
         read_name_servers_of(family, config);
