@@ -1,5 +1,5 @@
-# Hardening and size flags, where the toolchain supports them. CMake puts them after a packager's flags, where they would
-# win, so each is left out if the packager's flags already decide the same thing.
+# Hardening and size flags, where the toolchain supports them. CMake puts them after a packager's flags, where they
+# would win, so each is left out if the packager's flags already decide the same thing.
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
 include(CheckIPOSupported)
