@@ -1,5 +1,5 @@
 # BitBake parsed this with OpenEmbedded-Core (blacksail) and ran its tasks up to do_install, with the build machine's
-# compiler in the place of the cross toolchain, which could not be downloaded. No image was made with it.
+# compiler in place of the cross toolchain, which could not be downloaded. No image was made with it.
 SUMMARY = "Internet connection checker for embedded devices"
 DESCRIPTION = "Tells by its exit status whether the maker's probe servers are reached over IPv4, over IPv6 or over both, \
 and if not, which stage fails."
