@@ -31,6 +31,18 @@ bool has_name_server(AddressFamily family, const NetConfig& config)
     return family == AddressFamily::IPV4 && !is_unset(config.ipv4_dns[0]);
 }
 
+// Printing a route table costs the kernel as much as all our other reads together.
+void read_what_verdicts_need(AddressFamily family, const InterfaceName& interface_name, const RunOptions& options,
+                             NetConfig& config)
+{
+    const bool enabled = is_enabled(family, options);
+    if (enabled)
+        read_gateway_of(family, interface_name, config);
+    // IPv4 can use the name servers of IPv6.
+    if (enabled || (family == AddressFamily::IPV6 && is_unset(config.ipv4_dns[0])))
+        read_name_servers_of(family, config);
+}
+
 FamilyOutcome find_verdict(AddressFamily family, NetConfig& config)
 {
     if (is_unset(interface_address(family, config)))
@@ -74,13 +86,8 @@ int check_interface(const InterfaceName& interface_name, const RunOptions& optio
     config.ipv4_mask = found.ipv4_mask;
     config.ipv6_addr = found.ipv6_addr;
     config.ipv6_prefix_len = found.ipv6_prefix_len;
-    for (const AddressFamily family : ADDRESS_FAMILIES) {
-        // Printing a route table costs the kernel as much as all our other reads together. The name servers are read in
-        // any case: IPv4 can use those of IPv6.
-        if (is_enabled(family, options))
-            read_gateway_of(family, interface_name, config);
-        read_name_servers_of(family, config);
-    }
+    for (const AddressFamily family : ADDRESS_FAMILIES)
+        read_what_verdicts_need(family, interface_name, options, config);
 
     if (!is_enabled(AddressFamily::IPV4, options) && !is_enabled(AddressFamily::IPV6, options))
         return INTERFACE_READY;
