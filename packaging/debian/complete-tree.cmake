@@ -26,8 +26,10 @@ file(COPY ${copyright_file} ${debian}/changelog ${debian}/README.Debian DESTINAT
 file(COPY ${debian}/tolvane.service ${debian}/tolvane.timer
   DESTINATION ${CPACK_TEMPORARY_DIRECTORY}/usr/lib/systemd/system
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
-configure_file(${debian}/tolvane.default ${CPACK_TEMPORARY_DIRECTORY}/etc/default/tolvane COPYONLY
+set(defaults ${CPACK_TEMPORARY_DIRECTORY}/etc/default)
+file(COPY ${debian}/tolvane.default DESTINATION ${defaults}
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+file(RENAME ${defaults}/tolvane.default ${defaults}/tolvane)
 
 file(GLOB pages ${manuals}/man*/*)
 execute_process(COMMAND gzip -9n ${documents}/changelog ${pages} RESULT_VARIABLE status)

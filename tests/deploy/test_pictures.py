@@ -1,7 +1,10 @@
 """The pictures show what the tables say, and readers find them."""
-import pathlib, re, subprocess
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+import re
+import subprocess
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
 
 
 def test_pictures_are_as_new_as_their_tables():

@@ -8,8 +8,8 @@ from conftest import BAD_PAGE, leading_to, no_record, right_answer
 NO_IPV4_ADDRESS = "ip -4 addr flush eth0"
 NO_IPV6_ADDRESS = "ip -6 addr flush eth0 scope global"
 NO_IPV6_GATEWAY = "ip -6 route del default"
-NO_DNS_SERVER = ": >/etc/resolv.conf"
-NO_IPV4_GATEWAY_NOR_SERVER = f"ip route del default; {NO_DNS_SERVER}"
+NO_NAME_SERVER = ": >/etc/resolv.conf"
+NO_IPV4_GATEWAY_NOR_SERVER = f"ip route del default; {NO_NAME_SERVER}"
 ONLY_IPV6_SERVER = "echo nameserver 2001:db8:53::53 >/etc/resolv.conf"
 
 
@@ -38,7 +38,7 @@ def test_working_connection(online, arguments, code, out):
     pytest.param(NO_IPV4_ADDRESS, 4 + 16, missing("IPv4 IP") + works("IPv6"), id="no IPv4 address"),
     pytest.param(NO_IPV6_ADDRESS, 1 + 64, missing("IPv6 IP") + works("IPv4"), id="no IPv6 address"),
     pytest.param(NO_IPV6_GATEWAY, 1 + 80, missing("IPv6 Gateway") + works("IPv4"), id="no IPv6 gateway"),
-    pytest.param(NO_DNS_SERVER, 6 + 96, missing("IPv4 DNS Server", "IPv6 DNS Server"), id="no DNS server"),
+    pytest.param(NO_NAME_SERVER, 6 + 96, missing("IPv4 DNS Server", "IPv6 DNS Server"), id="no name server"),
     pytest.param(NO_IPV4_GATEWAY_NOR_SERVER, 5 + 96, missing("IPv4 Gateway", "IPv6 DNS Server"), id="gateway first"),
     pytest.param(ONLY_IPV6_SERVER, 17, BOTH_WORK, id="IPv6 server is enough"),
 ])
@@ -122,7 +122,7 @@ def test_terminal_dns_failure_ends_the_success(device):
     pytest.param("ip addr flush eth0", ["eth7,eth0"], 2, "", id="none has an address"),
     pytest.param("true", ["lo,eth0"], 5, "", id="first with an address"),
     pytest.param(NO_IPV4_ADDRESS, ["eth0", "-46"], 4 + 16, works("IPv6"), id="no IPv4 address"),
-    pytest.param(NO_IPV4_GATEWAY_NOR_SERVER, ["eth0"], 6, "", id="DNS server first"),
+    pytest.param(NO_IPV4_GATEWAY_NOR_SERVER, ["eth0"], 6, "", id="name server first"),
 ])
 def test_chosen_interface(online, change, arguments, code, out):
     online.change(change)
