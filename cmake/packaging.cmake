@@ -9,8 +9,9 @@ install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAK
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
 
-# dpkg-shlibdeps looks for the libraries among the packages of the build machine.
-if(CMAKE_CROSSCOMPILING)
+# dpkg-shlibdeps looks for the libraries among the packages of the build machine. An older CPack would leave out what
+# CPACK_PRE_BUILD_SCRIPTS adds.
+if(CMAKE_CROSSCOMPILING OR CMAKE_VERSION VERSION_LESS 3.19)
   return()
 endif()
 
