@@ -10,8 +10,9 @@ inline constexpr ResultCode RESULT_FILE_ABSENT = 255;
 inline constexpr ResultCode RESULT_FILE_STALE = 254;
 
 // The file holds two decimal lines: the result code, with the marker FRESH_PROBE in the nibble of each family whose
-// full probe succeeded in that run, and the time of the last such success (seconds since 1970). The time is 0 if the
-// run before left no success with a time, or a stale one, and this run made no full probe that succeeded.
+// full probe succeeded in that run, and the time of the last such success (seconds since 1970). A run passes on the
+// time that it read if none of its own full probes succeeds. The time is 0 if there was none to pass on, or only a
+// stale one.
 
 // Reads the code from the file's text and, if it holds a success of a family, the time stamp. Returns the code with the
 // markers turned back into WORKS; RESULT_FILE_STALE if the stamp is after `now` or 86400 seconds or more before it;
