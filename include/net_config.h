@@ -11,7 +11,7 @@ inline constexpr std::size_t MAX_NAME_SERVERS = 8;
 // Filled from slot 0 on; unused slots are unset.
 using NameServerSlots = IpAddress[MAX_NAME_SERVERS];
 
-// All bytes zero mean that nothing is known.
+// All bytes zero mean that nothing is known. No verdict depends on ipv4_mask, ipv6_prefix_len and hw_addr.
 struct NetConfig {
     IpAddress ipv4_addr;
     IpAddress ipv4_mask;

@@ -1,83 +1,23 @@
 #include "cli/check_driver.h"
 
-#include <unistd.h>
-
-#include <cstdarg>
-#include <cstdio>
-
+#include "cli/messages.h"
 #include "cli/result_file.h"
 #include "dns/name_servers.h"
+#include "netinfo/default_routes.h"
 #include "netinfo/interface_check.h"
+#include "netinfo/resolver_files.h"
 #include "netinfo/terminal_scan.h"
-#include "platform/text_io.h"
 #include "probe/http_probe.h"
 
 namespace
 {
 
-// Prints a line at once, so that it is not late in a pipe.
-// NOLINTNEXTLINE(cert-dcl50-cpp): the compiler checks the arguments as those of printf
-__attribute__((format(printf, 2, 3))) void report(const DriverSettings& settings, const char* format, ...)
-{
-    if (!settings.display_result)
-        return;
-    char line[128];
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(line, sizeof line, format, arguments);
-    va_end(arguments);
-    write_text(STDOUT_FILENO, line);
-}
-
-const char* family_name(AddressFamily family)
-{
-    return family == AddressFamily::IPV4 ? "IPv4" : "IPv6";
-}
-
-// The messages about DNS and the probe server do not name IPv4.
-const char* family_prefix(AddressFamily family)
-{
-    return family == AddressFamily::IPV4 ? "" : "IPv6 ";
-}
-
-void report_interface_failure(AddressFamily family, FamilyOutcome outcome, const DriverSettings& settings)
-{
-    const char* missing = outcome == NO_ADDRESS ? "IP" : outcome == NO_GATEWAY ? "Gateway" : "DNS Server";
-    report(settings, "Network Interface %s does not set %s %s address.\n", settings.interface_name.text,
-           family_name(family), missing);
-}
-
-void report_probe_failure(AddressFamily family, FamilyOutcome outcome, const DriverSettings& settings)
-{
-    const char* prefix = family_prefix(family);
-    if (outcome == DNS_QUERY_FAILED)
-        report(settings, "%sDNS query is error.\n", prefix);
-    else if (outcome == CONNECTION_FAILED)
-        report(settings, "%sConnection Server is failed.\n", prefix);
-    else if (outcome == DOCUMENT_MISMATCH)
-        report(settings, "%sXML Data is mismatch.\n", prefix);
-}
-
-bool is_working(AddressFamily family, ResultCode code, const RunOptions& options)
-{
-    return is_enabled(family, options) && family_outcome(family, code) == WORKS;
-}
-
-void report_final_result(ResultCode code, const RunOptions& options, const DriverSettings& settings)
-{
-    for (const AddressFamily family : ADDRESS_FAMILIES) {
-        if (is_working(family, code, options))
-            report(settings, "%s Internet connection is successful.\n", family_name(family));
-    }
-}
-
 // Takes over a missing interface, address, gateway or name server. Any other verdict leaves the code to the probes.
 ResultCode examine_interface(ResultCode code, const RunOptions& options, const DriverSettings& settings)
 {
-    NetConfig config = {};
-    const int verdict = check_interface(settings.interface_name, options, config);
+    const int verdict = check_interface(settings.interface_name, options);
     if (verdict == INTERFACE_MISSING) {
-        report(settings, "Network Interface %s does not exist.\n", settings.interface_name.text);
+        report_missing_interface(settings);
         return INTERFACE_MISSING;
     }
     for (const AddressFamily family : ADDRESS_FAMILIES) {
@@ -90,7 +30,7 @@ ResultCode examine_interface(ResultCode code, const RunOptions& options, const D
     return code;
 }
 
-// Returns the outcome of the full server probe and reports a failure. The result -1 becomes NO_USABLE_NAME_SERVER.
+// The full server probe.
 FamilyOutcome probe_family(AddressFamily family, const RunOptions& options, DriverSettings& settings)
 {
     const int result = probe_server(family, options.device_class, settings.retry_count, settings.interface_name);
@@ -105,7 +45,7 @@ FamilyOutcome confirm_by_dns(AddressFamily family, const RunOptions& options, Dr
         report_probe_failure(family, DNS_QUERY_FAILED, settings);
         return DNS_QUERY_FAILED;
     }
-    report(settings, "%sDNS query is successful.\n", family_prefix(family));
+    report_dns_success(family, settings);
     return WORKS;
 }
 
@@ -118,8 +58,8 @@ FamilyOutcome check_terminal_family(AddressFamily family, ResultCode cached, int
     if (family_outcome(family, scanned) != WORKS)
         return NO_ADDRESS;
     NetConfig config = {};
-    read_gateway_of(family, settings.interface_name, config);
-    read_name_servers_of(family, config);
+    read_gateway(family, settings.interface_name, gateway(family, config));
+    read_nameservers(family, name_server_slots(family, config));
     // A missing name server outranks a missing gateway here, unlike in every-time mode.
     if (is_unset(name_server_slots(family, config)[0]))
         return NO_NAME_SERVER;
@@ -145,7 +85,7 @@ ResultCode run_every_time_check(const RunOptions& options, DriverSettings& setti
     if (settings.interface_check_enabled)
         code = examine_interface(code, options, settings);
     for (const AddressFamily family : ADDRESS_FAMILIES) {
-        if (is_working(family, code, options))
+        if (is_enabled(family, options) && family_outcome(family, code) == WORKS)
             code = with_family_outcome(family, code, probe_family(family, options, settings));
     }
     report_final_result(code, options, settings);

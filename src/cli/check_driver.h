@@ -1,7 +1,7 @@
 // The story of a run: which check follows which, what is printed, what the result is.
 #pragma once
 
-#include "driver_settings.h"
+#include "cli/driver_settings.h"
 #include "result_code.h"
 #include "run_options.h"
 

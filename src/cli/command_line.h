@@ -1,7 +1,7 @@
 // The options.
 #pragma once
 
-#include "driver_settings.h"
+#include "cli/driver_settings.h"
 #include "run_options.h"
 
 // Applies the arguments after the program's path to records that hold their defaults. Returns true if the checks are to

@@ -8,7 +8,7 @@
 
 inline constexpr std::size_t DNS_MESSAGE_SIZE = 65536;                        // takes any UDP datagram whole
 inline constexpr std::size_t DNS_ENCODED_NAME_SIZE = 128;                     // no encoded host name is longer
-inline constexpr std::size_t DNS_QUERY_SIZE = 12 + DNS_ENCODED_NAME_SIZE + 4; // nor any query
+inline constexpr std::size_t DNS_QUERY_SIZE = 12 + DNS_ENCODED_NAME_SIZE + 4; // no query is longer
 
 // Writes the host name as a label sequence (RFC 1035, 3.1), followed by a zero octet. Of a host name of more than 126
 // characters, only the labels that end within its first 127 characters are written. `target` has

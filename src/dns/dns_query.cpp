@@ -17,6 +17,9 @@ namespace
 constexpr std::uint16_t DNS_PORT = 53;
 constexpr int RESPONSE_WAIT_MILLISECONDS = 3000;
 
+// The query, then each datagram that arrives. Not on the stack, which may be small.
+unsigned char message[DNS_MESSAGE_SIZE];
+
 bool set_flag(int descriptor, int level, int option)
 {
     const int on = 1;
@@ -35,8 +38,9 @@ bool bind_to_interface(int descriptor, const char* interface_name, SocketAddress
 {
     if (!set_flag(descriptor, IPPROTO_IPV6, IPV6_V6ONLY))
         return false;
-    IpAddress link_local = {AddressFamily::IPV6, {}};
-    find_link_local_addr(interface_name, link_local);
+    IpAddress link_local;
+    if (find_link_local_addr(interface_name, link_local) != 0)
+        link_local = {AddressFamily::IPV6, {}};
     SocketAddress local = make_socket_address(link_local, DNS_PORT);
     local.ipv6.sin6_scope_id = if_nametoindex(interface_name);
     server.ipv6.sin6_scope_id = local.ipv6.sin6_scope_id;
@@ -55,16 +59,14 @@ bool bind_for_server(int descriptor, InterfaceName& interface_name, SocketAddres
     if (server.generic.sa_family != AF_INET6 || !IN6_IS_ADDR_LINKLOCAL(&server.ipv6.sin6_addr) ||
         interface_name.text[0] == '\0')
         return true;
-    if (names_no_interface(interface_name))
-        pick_ipv6_interface(interface_name);
-    if (names_no_interface(interface_name))
+    if (names_no_interface(interface_name) &&
+        (pick_ipv6_interface(interface_name) != 0 || names_no_interface(interface_name)))
         return true;
     return bind_to_interface(descriptor, interface_name.text, server);
 }
 
 // Waits for datagrams until one holds an address. Each datagram starts the wait afresh.
-bool receive_address(int descriptor, unsigned char (&message)[DNS_MESSAGE_SIZE], AddressFamily family,
-                     IpAddress& address)
+bool receive_address(int descriptor, AddressFamily family, IpAddress& address)
 {
     while (wait_for_socket(descriptor, POLLIN, RESPONSE_WAIT_MILLISECONDS)) {
         const ssize_t size = recv(descriptor, message, sizeof message, MSG_DONTWAIT);
@@ -80,11 +82,10 @@ bool receive_address(int descriptor, unsigned char (&message)[DNS_MESSAGE_SIZE],
 
 bool exchange(int descriptor, const char* host, const SocketAddress& server, AddressFamily family, IpAddress& address)
 {
-    unsigned char message[DNS_MESSAGE_SIZE];
     const auto id = static_cast<std::uint16_t>(getpid());
     const std::size_t size = dns_build_query(message, id, host, family);
     return sendto(descriptor, message, size, 0, &server.generic, server.length) >= 0 &&
-           receive_address(descriptor, message, family, address);
+           receive_address(descriptor, family, address);
 }
 
 } // namespace

@@ -43,7 +43,7 @@ RouteMatch match_ipv4_piece(const char* piece, const InterfaceName& interface_na
     if (!take_hex(piece, 8, destination) || !take_hex(piece, 8, next_hop) || !take_hex(piece, 4, flags) ||
         !is_gateway_route(flags, device, interface_name))
         return RouteMatch::NONE;
-    // The kernel printed the address as a number of this machine, so the number in memory is the address again.
+    // The kernel prints the address as a host-order number; stored as one, its bytes are in network order.
     gateway = {AddressFamily::IPV4, {}};
     std::memcpy(gateway.bytes, &next_hop, sizeof next_hop);
     return RouteMatch::GATEWAY;

@@ -1,7 +1,5 @@
 #include "netinfo/hex.h"
 
-#include <cstring>
-
 #include "platform/text_field.h"
 
 namespace
@@ -21,16 +19,11 @@ int digit_value(char digit)
 
 } // namespace
 
-const char* skip_white_space(const char* text)
-{
-    return text + std::strspn(text, WHITE_SPACE);
-}
-
 std::uint8_t hex_to_byte(const char* text)
 {
     unsigned value = 0;
     for (int digit; (digit = digit_value(*text)) >= 0; ++text)
-        value = (value << 4 | static_cast<unsigned>(digit)) & 0xFFU;
+        value = value << 4 | static_cast<unsigned>(digit);
     return static_cast<std::uint8_t>(value);
 }
 

@@ -4,9 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 
-// Returns the position of the first character of `text` that is no white space.
-const char* skip_white_space(const char* text);
-
 // The value of the leading hexadecimal digits of `text`, modulo 256; 0 if there is none.
 std::uint8_t hex_to_byte(const char* text);
 

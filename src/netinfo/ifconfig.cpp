@@ -98,7 +98,7 @@ IfconfigItems parse_ifconfig_line(const char* line, NetConfig& config)
         parse_ipv4_address(text, config.ipv4_mask);
     const char* text = text_after(line, "inet6 addr:");
     if (text != nullptr && *text != '\0' && std::strstr(line, "Scope:Global") != nullptr)
-        items.global_ipv6_address = parse_ipv6_address(text + 1, config); // after the blank
+        items.global_ipv6_address = parse_ipv6_address(text + 1, config); // the text follows a blank
     return items;
 }
 

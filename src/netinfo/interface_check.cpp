@@ -1,7 +1,5 @@
 #include "netinfo/interface_check.h"
 
-#include <cstring>
-
 #include "netinfo/default_routes.h"
 #include "netinfo/ifconfig.h"
 #include "netinfo/resolver_files.h"
@@ -11,12 +9,12 @@ namespace
 {
 
 // Returns whether the output shows that the interface is present.
-bool read_ifconfig_output(TextReader& output, NetConfig& found)
+bool read_ifconfig_output(TextReader& output, NetConfig& config)
 {
     bool present = false;
     char line[IFCONFIG_LINE_SIZE];
     while (read_piece(output, line)) {
-        if (parse_ifconfig_line(line, found).hardware_address)
+        if (parse_ifconfig_line(line, config).hardware_address)
             present = true;
     }
     return present;
@@ -31,16 +29,16 @@ bool has_name_server(AddressFamily family, const NetConfig& config)
     return family == AddressFamily::IPV4 && !is_unset(config.ipv4_dns[0]);
 }
 
-// Printing a route table costs the kernel as much as all our other reads together.
-void read_what_verdicts_need(AddressFamily family, const InterfaceName& interface_name, const RunOptions& options,
-                             NetConfig& config)
+// Printing a route table costs the kernel as much as all our other reads together, so only what a verdict needs is read.
+void read_gateway_and_name_servers(AddressFamily family, const InterfaceName& interface_name, const RunOptions& options,
+                              NetConfig& config)
 {
     const bool enabled = is_enabled(family, options);
     if (enabled)
-        read_gateway_of(family, interface_name, config);
+        read_gateway(family, interface_name, gateway(family, config));
     // IPv4 can use the name servers of IPv6.
     if (enabled || (family == AddressFamily::IPV6 && is_unset(config.ipv4_dns[0])))
-        read_name_servers_of(family, config);
+        read_nameservers(family, name_server_slots(family, config));
 }
 
 FamilyOutcome find_verdict(AddressFamily family, NetConfig& config)
@@ -56,39 +54,19 @@ FamilyOutcome find_verdict(AddressFamily family, NetConfig& config)
 
 } // namespace
 
-void read_gateway_of(AddressFamily family, const InterfaceName& interface_name, NetConfig& config)
-{
-    IpAddress found;
-    if (read_gateway(family, interface_name, found) == 0)
-        gateway(family, config) = found;
-}
-
-void read_name_servers_of(AddressFamily family, NetConfig& config)
-{
-    NameServerSlots found;
-    if (read_nameservers(family, found) > 0)
-        std::memcpy(name_server_slots(family, config), found, sizeof found);
-}
-
-int check_interface(const InterfaceName& interface_name, const RunOptions& options, NetConfig& config)
+int check_interface(const InterfaceName& interface_name, const RunOptions& options)
 {
     Tool ifconfig;
     if (!start_ifconfig(interface_name.text, ifconfig))
         return EXAMINATION_IMPOSSIBLE;
-    NetConfig found = {};
-    const bool present = read_ifconfig_output(ifconfig.output, found);
+    NetConfig config = {};
+    const bool present = read_ifconfig_output(ifconfig.output, config);
     finish_tool(ifconfig);
     if (!present)
         return INTERFACE_MISSING;
 
-    std::memcpy(config.hw_addr, found.hw_addr, sizeof config.hw_addr);
-    config.ipv4_addr = found.ipv4_addr;
-    config.ipv4_mask = found.ipv4_mask;
-    config.ipv6_addr = found.ipv6_addr;
-    config.ipv6_prefix_len = found.ipv6_prefix_len;
     for (const AddressFamily family : ADDRESS_FAMILIES)
-        read_what_verdicts_need(family, interface_name, options, config);
-
+        read_gateway_and_name_servers(family, interface_name, options, config);
     if (!is_enabled(AddressFamily::IPV4, options) && !is_enabled(AddressFamily::IPV6, options))
         return INTERFACE_READY;
     ResultCode code = 0;

@@ -6,6 +6,12 @@
 
 inline constexpr char WHITE_SPACE[] = " \t\n\v\f\r";
 
+// Returns the position of the first character of the text that is no white space.
+inline const char* skip_white_space(const char* text)
+{
+    return text + std::strspn(text, WHITE_SPACE);
+}
+
 // Copies the first `length` characters of the text, at most size - 1 of them, and terminates them.
 inline void copy_text(const char* text, std::size_t length, char* field, std::size_t size)
 {

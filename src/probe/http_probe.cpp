@@ -129,7 +129,7 @@ AttemptEnd make_attempt(AddressFamily family, const ProbeUrl& url, const NameSer
     return fetch_from_address(answer, url);
 }
 
-// Makes attempts until one succeeds, none may follow, or all are made.
+// Repeats the attempt while its end allows another and attempts are left.
 AttemptEnd probe_target(AddressFamily family, int device_class, int attempts, InterfaceName& interface_name)
 {
     ProbeUrl url;
@@ -150,5 +150,6 @@ int probe_server(AddressFamily family, int device_class, int attempts, Interface
     AttemptEnd end = probe_target(family, device_class, attempts, interface_name);
     if (end.may_fall_back && probe_config_present())
         end = probe_target(family, DEVICE_CLASS_CONFIG, 1, interface_name);
+    // Both nibbles of -1 are NO_USABLE_NAME_SERVER.
     return end.outcome == NO_USABLE_NAME_SERVER ? -1 : family_code(family, end.outcome);
 }

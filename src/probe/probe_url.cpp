@@ -33,8 +33,7 @@ bool split_probe_url(const char* url, ProbeUrl& parts)
 {
     if (std::strncmp(url, SCHEME, SCHEME_LENGTH) != 0 || url[SCHEME_LENGTH] == '\0')
         return false;
-    const char* word = url + SCHEME_LENGTH;
-    word += std::strspn(word, WHITE_SPACE);
+    const char* word = skip_white_space(url + SCHEME_LENGTH);
     copy_text(word, std::strcspn(word, WHITE_SPACE), parts.host);
 
     const char* slash = std::strchr(parts.host, '/');

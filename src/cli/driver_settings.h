@@ -1,4 +1,4 @@
-// What only the check driver reads. It hands single fields to the checks.
+// What the options ask of the check driver, which passes on what a check needs.
 #pragma once
 
 #include <cstddef>
