@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -13,16 +14,42 @@ namespace
 {
 
 constexpr std::size_t REGULAR_FILE_LIMIT = 1 << 20; // far more than any real file of ours has
+constexpr std::size_t DESCRIPTOR_NAME_SIZE = 32;    // "/proc/self/fd/" and a number
+constexpr std::size_t KERNEL_FILE_NAME_SIZE = 64;   // a longer name is no resolver file's
 
-// A file of /proc also calls itself regular, with a size of 0. To read one may take the kernel's messages from those
-// who wait for them (/proc/kmsg), so only root may link to one: /proc/net/pnp, for example, is a resolver file.
-bool may_be_read_through(const char* link, const struct stat& target)
+// The f_type of statfs(2).
+constexpr unsigned long PROCFS = 0x9FA0;
+constexpr unsigned long SYSFS = 0x62656572;
+
+// Whether the link itself names this file in /proc or /sys, and no further link. It is in /etc or /tmp, so that a
+// relative name begins with "../", and a slash makes either kind of name an absolute one.
+bool names_kernel_file(const char* link, const struct stat& target)
 {
-    struct stat owner;
-    return S_ISREG(target.st_mode) && (target.st_size > 0 || (lstat(link, &owner) == 0 && owner.st_uid == 0));
+    char name[KERNEL_FILE_NAME_SIZE] = "/";
+    if (readlink(link, name + 1, sizeof name - 2) < 0)
+        return false;
+    const char* first_word = name + std::strspn(name, "./");
+    struct stat named;
+    return (std::strncmp(first_word, "proc/", 5) == 0 || std::strncmp(first_word, "sys/", 4) == 0) &&
+           lstat(name, &named) == 0 && named.st_dev == target.st_dev && named.st_ino == target.st_ino;
 }
 
-// Opens the target of a link unless it is a device or the like: to open one can already have an effect, and anyone can
+// The files of procfs and sysfs also call themselves regular. For root, to read one may block, give away a secret, or
+// take the kernel's messages from those who wait for them (/proc/kmsg), so only root's own link may lead to one:
+// /proc/net/pnp, for example, is a resolver file. Other file systems of the kernel have files without a size.
+bool may_be_read_through(const char* link, const char* path, const struct stat& target)
+{
+    struct statfs system;
+    struct stat owner;
+    if (!S_ISREG(target.st_mode) || statfs(path, &system) != 0 || lstat(link, &owner) != 0)
+        return false;
+    const auto type = static_cast<unsigned long>(system.f_type);
+    if (type == PROCFS || type == SYSFS)
+        return owner.st_uid == 0 && names_kernel_file(link, target);
+    return target.st_size > 0 || owner.st_uid == 0;
+}
+
+// Opens the target of a link unless it is a device or the like: merely opening one can have an effect, and anyone can
 // make a link to it. O_PATH finds the target without opening it; its name in /proc (proc(5)) then opens just that file,
 // even if the path leads elsewhere by now. Only a device without /proc has to trust the path. The other flags of the
 // first call are for kernels before 2.6.39, which ignore O_PATH.
@@ -32,13 +59,13 @@ int open_link_target(const char* link)
     const int found = open(link, O_PATH | READING);
     if (found < 0)
         return -1;
-    char name[32];
+    char name[DESCRIPTOR_NAME_SIZE];
     std::snprintf(name, sizeof name, "/proc/self/fd/%d", found);
     int file = -1;
     struct stat target;
-    const bool has_proc = stat(name, &target) == 0;
-    if (!has_proc || may_be_read_through(link, target))
-        file = open(has_proc ? name : link, READING);
+    const char* path = stat(name, &target) == 0 ? name : link;
+    if ((path == name || stat(link, &target) == 0) && may_be_read_through(link, path, target))
+        file = open(path, READING);
     close(found);
     return file;
 }

@@ -21,8 +21,9 @@ void start_reading(TextReader& reader, int descriptor);
 bool open_kernel_file(const char* path, TextReader& reader);
 
 // Opens a file in whose place other users may have put anything. Only a regular file (also through links) is read, and
-// only its first 1 MiB. Nothing blocks. A link to a device does not open the device, and a link to a file without a
-// size (in /proc) counts only if it is root's. Returns false for anything else; then there is nothing to close.
+// only its first 1 MiB. Nothing blocks. A link to a device does not open the device. A link to a file of procfs or
+// sysfs counts only if it is root's and names that file itself; one to another file without a size only if it is
+// root's. Returns false for anything else; then there is nothing to close.
 bool open_regular_file(const char* path, TextReader& reader);
 
 void close_text_file(TextReader& reader);
