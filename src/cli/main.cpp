@@ -33,10 +33,23 @@ void guard_standard_descriptors()
     close(null_device);
 }
 
+// Whoever limits the time of a run sends one of these signals. A caller that blocks or ignores them passes that on.
+void accept_time_limits()
+{
+    std::signal(SIGALRM, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+    sigset_t limits;
+    sigemptyset(&limits);
+    sigaddset(&limits, SIGALRM);
+    sigaddset(&limits, SIGTERM);
+    sigprocmask(SIG_UNBLOCK, &limits, nullptr);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    accept_time_limits();
     // A server that resets the connection, a reader that went away and a file that may not grow become failed writes.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
