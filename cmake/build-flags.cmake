@@ -54,6 +54,22 @@ function(prefer_stack_protector)
   endif()
 endfunction()
 
+# Level 3 needs GCC 12 or clang 9, and a C library that knows it; an older one warns and takes it for 2.
+function(prefer_fortification)
+  # The C library's headers check sizes only in optimized code.
+  if(packager_flags MATCHES "_FORTIFY_SOURCE" OR NOT packager_flags MATCHES "-O([^0]|$)")
+    return()
+  endif()
+  foreach(level 3 2)
+    set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -D_FORTIFY_SOURCE=${level}")
+    check_cxx_source_compiles("#include <cstdio>\nint main() { return std::puts(\"\"); }" has_fortification_${level})
+    if(has_fortification_${level})
+      target_compile_definitions(tolvane_options INTERFACE _FORTIFY_SOURCE=${level})
+      return()
+    endif()
+  endforeach()
+endfunction()
+
 function(prefer_position_independence)
   if(DEFINED CMAKE_POSITION_INDEPENDENT_CODE OR packager_flags MATCHES "-static( |$)|-no-pie|-fno-(pie|PIE)")
     return()
@@ -65,15 +81,21 @@ endfunction()
 if(TOLVANE_HARDENING)
   prefer_stack_protector()
   prefer_position_independence()
-  # The C library's headers check sizes only in optimized code.
-  if(packager_flags MATCHES "-O([^0]|$)")
-    prefer_compiler_flag(-D_FORTIFY_SOURCE=2 "_FORTIFY_SOURCE")
+  prefer_fortification()
+  # Not on 32-bit processors: it takes 400 bytes of an ARM program, for frames of at most two pages.
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    prefer_compiler_flag(-fstack-clash-protection "stack-clash-protection")
   endif()
+  # Only x86 has this.
+  prefer_compiler_flag(-fcf-protection "cf-protection")
   prefer_linker_flag(-Wl,-z,relro "norelro")
   prefer_linker_flag(-Wl,-z,now "-z,lazy")
   prefer_linker_flag(-Wl,-z,noexecstack "execstack")
 endif()
 
+# No loop here runs long enough to repay the registers, and so the code, that these optimizations need.
+prefer_compiler_flag(-fno-gcse "-f(no-)?gcse")
+prefer_compiler_flag(-fno-move-loop-invariants "move-loop-invariants")
 # Without exceptions, nothing reads unwind tables.
 prefer_compiler_flag(-fno-asynchronous-unwind-tables "asynchronous-unwind-tables")
 prefer_compiler_flag(-ffunction-sections "function-sections")
