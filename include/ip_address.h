@@ -25,24 +25,10 @@ constexpr bool is_unset(const IpAddress& address)
     return any == 0;
 }
 
-// What kind of network an IPv4 address belongs to.
-enum Ipv4AddressClass : int {
-    ADDR_INVALID = 0,     // 0.0.0.0, 255.255.255.255 or an IPv6 address
-    ADDR_PRIVATE_10 = 1,  // 10.0.0.0/8 (RFC 1918, as the next two)
-    ADDR_PRIVATE_172 = 2, // 172.16.0.0/12
-    ADDR_PRIVATE_192 = 3, // 192.168.0.0/16
-    ADDR_OTHER = 4,
-};
-
-constexpr Ipv4AddressClass classify_ipv4_address(const IpAddress& address)
+// 10.0.0.0/8, 172.16.0.0/12 and 192.168.0.0/16 (RFC 1918).
+constexpr bool is_private_ipv4(const IpAddress& address)
 {
     const unsigned char(&b)[16] = address.bytes;
-    const bool all_ones = (b[0] & b[1] & b[2] & b[3]) == 0xFF;
-    if (address.family != AddressFamily::IPV4 || is_unset(address) || all_ones)
-        return ADDR_INVALID;
-    if (b[0] == 192 && b[1] == 168)
-        return ADDR_PRIVATE_192;
-    if (b[0] == 172 && (b[1] & 0xF0) == 16)
-        return ADDR_PRIVATE_172;
-    return b[0] == 10 ? ADDR_PRIVATE_10 : ADDR_OTHER;
+    return address.family == AddressFamily::IPV4 &&
+           (b[0] == 10 || (b[0] == 172 && (b[1] & 0xF0) == 16) || (b[0] == 192 && b[1] == 168));
 }

@@ -1,21 +1,21 @@
 // The probe servers of the maker, and which of them serves which document to a device class.
 #pragma once
 
-#include "address_family.h"
+#include <algorithm>
 
-// Fully qualified DNS names, chosen when a deployment is built (the CMake cache variables TOLVANE_V4_HOST_A and so on).
-inline constexpr char V4_HOST_A[] = TOLVANE_V4_HOST_A;
-inline constexpr char V4_HOST_B[] = TOLVANE_V4_HOST_B;
-inline constexpr char V4_HOST_C[] = TOLVANE_V4_HOST_C;
-inline constexpr char V6_HOST_A[] = TOLVANE_V6_HOST_A;
-inline constexpr char V6_HOST_B[] = TOLVANE_V6_HOST_B;
-inline constexpr char V6_HOST_C[] = TOLVANE_V6_HOST_C;
+#include "address_family.h"
 
 enum HostSlot : unsigned char { HOST_A, HOST_B, HOST_C };
 
-inline constexpr const char* PROBE_HOSTS[][3] = {
-    {V4_HOST_A, V4_HOST_B, V4_HOST_C},
-    {V6_HOST_A, V6_HOST_B, V6_HOST_C},
+inline constexpr std::size_t PROBE_HOST_SIZE =
+    std::max({sizeof TOLVANE_V4_HOST_A, sizeof TOLVANE_V4_HOST_B, sizeof TOLVANE_V4_HOST_C, sizeof TOLVANE_V6_HOST_A,
+              sizeof TOLVANE_V6_HOST_B, sizeof TOLVANE_V6_HOST_C});
+
+// Fully qualified DNS names, chosen when a deployment is built (the CMake cache variables of these names). One array,
+// because pointers would have to be relocated at each start.
+inline constexpr char PROBE_HOSTS[][3][PROBE_HOST_SIZE] = {
+    {TOLVANE_V4_HOST_A, TOLVANE_V4_HOST_B, TOLVANE_V4_HOST_C},
+    {TOLVANE_V6_HOST_A, TOLVANE_V6_HOST_B, TOLVANE_V6_HOST_C},
 };
 
 inline constexpr int DEVICE_CLASSES = 6;

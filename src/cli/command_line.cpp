@@ -65,7 +65,7 @@ constexpr OptionWord OPTION_WORDS[] = {
 Option find_option(const char* argument)
 {
     for (const OptionWord& entry : OPTION_WORDS) {
-        if (strcasecmp(argument, entry.word) == 0)
+        if (strncasecmp(argument, entry.word, sizeof entry.word) == 0)
             return entry.option;
     }
     return Option::UNKNOWN;

@@ -29,9 +29,9 @@ bool has_name_server(AddressFamily family, const NetConfig& config)
     return family == AddressFamily::IPV4 && !is_unset(config.ipv4_dns[0]);
 }
 
-// Printing a route table costs the kernel as much as all our other reads together, so only what a verdict needs is read.
+// Reads no more than a verdict needs: printing a route table costs the kernel as much as all our other reads together.
 void read_gateway_and_name_servers(AddressFamily family, const InterfaceName& interface_name, const RunOptions& options,
-                              NetConfig& config)
+                                   NetConfig& config)
 {
     const bool enabled = is_enabled(family, options);
     if (enabled)

@@ -1,5 +1,6 @@
 #include "platform/sockets.h"
 
+#include <endian.h>
 #include <poll.h>
 
 #include <cstring>
@@ -10,12 +11,12 @@ SocketAddress make_socket_address(const IpAddress& address, std::uint16_t port)
     std::memset(&made, 0, sizeof made);
     if (address.family == AddressFamily::IPV4) {
         made.ipv4.sin_family = AF_INET;
-        made.ipv4.sin_port = htons(port);
+        made.ipv4.sin_port = htobe16(port);
         std::memcpy(&made.ipv4.sin_addr, address.bytes, sizeof made.ipv4.sin_addr);
         made.length = sizeof made.ipv4;
     } else {
         made.ipv6.sin6_family = AF_INET6;
-        made.ipv6.sin6_port = htons(port);
+        made.ipv6.sin6_port = htobe16(port);
         std::memcpy(&made.ipv6.sin6_addr, address.bytes, sizeof made.ipv6.sin6_addr);
         made.length = sizeof made.ipv6;
     }

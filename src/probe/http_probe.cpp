@@ -1,6 +1,5 @@
 #include "probe/http_probe.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -87,23 +86,15 @@ bool receive_document(int descriptor)
 // Connects a fresh socket to the address and fetches the document through it.
 AttemptEnd fetch_document(int descriptor, const IpAddress& answer, const ProbeUrl& url)
 {
-    if (fcntl(descriptor, F_SETFL, O_NONBLOCK) < 0)
-        return NO_SOCKET;
     if (!connect_in_time(descriptor, make_socket_address(answer, HTTP_PORT)))
         return NOT_CONNECTED;
     send_request(descriptor, url);
     return receive_document(descriptor) ? VERIFIED : NOT_VERIFIED;
 }
 
-bool is_private_ipv4(const IpAddress& address)
-{
-    const Ipv4AddressClass address_class = classify_ipv4_address(address);
-    return address_class == ADDR_PRIVATE_10 || address_class == ADDR_PRIVATE_172 || address_class == ADDR_PRIVATE_192;
-}
-
 AttemptEnd fetch_from_address(const IpAddress& answer, const ProbeUrl& url)
 {
-    const int descriptor = socket(socket_family(answer.family), SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int descriptor = socket(socket_family(answer.family), SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (descriptor < 0)
         return NO_SOCKET;
     const AttemptEnd end = fetch_document(descriptor, answer, url);

@@ -13,5 +13,6 @@
 //   DNS_QUERY_FAILED   8, 128   also if an IPv4 answer was a private address that served no document
 //   CONNECTION_FAILED  9, 144
 //   DOCUMENT_MISMATCH  10, 160  also if the document URL was refused
-// or, for both families, -1 if no name server is known: family_outcome of -1 is NO_USABLE_NAME_SERVER. `interface_name` is passed to dns_query, which may replace it.
+// or, for both families, -1 if no name server is known: family_outcome of -1 is NO_USABLE_NAME_SERVER.
+// `interface_name` is passed to dns_query, which may replace it.
 int probe_server(AddressFamily family, int device_class, int attempts, InterfaceName& interface_name);

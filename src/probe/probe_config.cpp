@@ -11,16 +11,14 @@ namespace
 
 constexpr char CONFIG_FILE_PATH[] = "/etc/tolvane.cfg";
 
-// Replaces `value` if the line has one for the key.
-template <std::size_t KEY_SIZE, std::size_t SIZE>
-void take_value(const char* line, const char (&key)[KEY_SIZE], char (&value)[SIZE])
+// Replaces `value`, a field for the rest of a line, if the line has one for the key.
+void take_value(const char* line, const char* key, char* value)
 {
-    constexpr std::size_t KEY_LENGTH = KEY_SIZE - 1;
-    static_assert(KEY_LENGTH + SIZE == CONFIG_LINE_SIZE, "a value is the rest of a line");
-    if (std::strncmp(line, key, KEY_LENGTH) != 0)
+    const std::size_t key_length = std::strlen(key);
+    if (std::strncmp(line, key, key_length) != 0)
         return;
-    const char* text = line + KEY_LENGTH;
-    copy_text(text, std::strcspn(text, "\r\x0F"), value);
+    const char* text = line + key_length;
+    copy_text(text, std::strcspn(text, "\r\x0F"), value, CONFIG_LINE_SIZE - key_length);
 }
 
 } // namespace

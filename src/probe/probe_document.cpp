@@ -21,14 +21,14 @@ constexpr std::size_t DIGEST_LINE_SIZE = 512;
 
 // Copies the text between the first `start` of the chunk and the next `end`, as far as it fits. Without an end the text
 // reaches to the end of the chunk. Returns false if there is no start or nothing after it.
-template <std::size_t SIZE> bool copy_between(const char* chunk, const char* start, const char* end, char (&text)[SIZE])
+bool copy_between(const char* chunk, const char* start, const char* end, char* text, std::size_t size)
 {
     const char* found = std::strstr(chunk, start);
     if (found == nullptr)
         return false;
     found += std::strlen(start);
     const char* stop = std::strstr(found, end);
-    copy_text(found, stop != nullptr ? static_cast<std::size_t>(stop - found) : std::strlen(found), text);
+    copy_text(found, stop != nullptr ? static_cast<std::size_t>(stop - found) : std::strlen(found), text, size);
     return text[0] != '\0';
 }
 
@@ -46,8 +46,9 @@ void md5_hex_digest(const char* text, char (&digest)[DIGEST_FIELD_SIZE])
 
 bool find_probe_document(const char* chunk, ProbeDocument& document)
 {
-    return std::strstr(chunk, DECLARATION) != nullptr && copy_between(chunk, ROOT_START, DATE_END, document.date) &&
-           copy_between(chunk, CHECKSUM_START, CHECKSUM_END, document.checksum);
+    return std::strstr(chunk, DECLARATION) != nullptr &&
+           copy_between(chunk, ROOT_START, DATE_END, document.date, sizeof document.date) &&
+           copy_between(chunk, CHECKSUM_START, CHECKSUM_END, document.checksum, sizeof document.checksum);
 }
 
 void take_digest(TextReader& output, char (&digest)[DIGEST_FIELD_SIZE])
@@ -67,5 +68,5 @@ bool verify_probe_chunk(const char* chunk)
         return false;
     char digest[DIGEST_FIELD_SIZE] = "";
     md5_hex_digest(document.date, digest);
-    return std::strlen(digest) == DIGEST_LENGTH && strcasecmp(document.checksum, digest) == 0;
+    return std::strlen(digest) == DIGEST_LENGTH && strncasecmp(document.checksum, digest, CHECKSUM_SIZE) == 0;
 }

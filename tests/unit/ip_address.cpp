@@ -1,14 +1,18 @@
 #include "cases.h"
 
-static string ipv4_class(const IpAddress& address)
+static string is_private(const IpAddress& address)
 {
-    return std::to_string(classify_ipv4_address(address));
+    return is_private_ipv4(address) ? "private" : "public";
 }
 
 const CaseOf<IpAddress> ADDRESSES[] = {
-    {"broadcast", {IPV4, {255, 255, 255, 255}}, "0"}, {"private_10", {IPV4, {10, 255}}, "1"},
-    {"last_private_172", {IPV4, {172, 31}}, "2"},     {"after_private_172", {IPV4, {172, 32}}, "4"},
-    {"private_192", {IPV4, {192, 168}}, "3"},         {"public_192", {IPV4, {192, 169, 0, 1}}, "4"},
+    {"private_10", {IPV4, {10, 255}}, "private"},
+    {"before_private_172", {IPV4, {172, 15}}, "public"},
+    {"last_private_172", {IPV4, {172, 31}}, "private"},
+    {"after_private_172", {IPV4, {172, 32}}, "public"},
+    {"private_192", {IPV4, {192, 168}}, "private"},
+    {"public_192", {IPV4, {192, 169}}, "public"},
+    {"ipv6", {IPV6, {10}}, "public"},
 };
 
-CASES(Ipv4Class, ipv4_class, ADDRESSES);
+CASES(PrivateIpv4, is_private, ADDRESSES);
