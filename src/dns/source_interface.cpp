@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr int MAX_CANDIDATES = 10;
+constexpr char BRIDGE_PREFIX[] = "br";
 
 // Returns the entry's IPv6 address, or null if its interface is down or its address is of another family.
 const in6_addr* ipv6_address_in_use(const ifaddrs& entry)
@@ -38,7 +39,7 @@ const char* choose_ipv6_interface(const ifaddrs* list)
         if (!is_candidate(*entry))
             continue;
         ++candidates;
-        if (chosen == nullptr || std::strncmp(entry->ifa_name, "br", 2) != 0)
+        if (chosen == nullptr || std::strncmp(entry->ifa_name, BRIDGE_PREFIX, sizeof BRIDGE_PREFIX - 1) != 0)
             chosen = entry->ifa_name;
     }
     return chosen;

@@ -8,9 +8,12 @@
 namespace
 {
 
+constexpr std::size_t STATE_LINE_SIZE = 256;
+constexpr std::size_t STATE_PATH_SIZE = 256;
+
 int read_link_state(TextReader& reader)
 {
-    char line[256];
+    char line[STATE_LINE_SIZE];
     if (!read_piece(reader, line))
         return -1;
     if (std::strncmp(line, "up", 2) == 0)
@@ -24,7 +27,7 @@ int read_link_state(TextReader& reader)
 
 int get_link_state(const char* interface_name)
 {
-    char path[256];
+    char path[STATE_PATH_SIZE];
     std::snprintf(path, sizeof path, "/sys/class/net/%s/operstate", interface_name);
 
     // A listed name may hold "/" and "..", so the path may lead anywhere.
