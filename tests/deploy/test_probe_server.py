@@ -41,7 +41,7 @@ def test_a_date_no_device_accepts_is_refused(run_script, tmp_path, date):
 
 def test_each_host_has_one_record_of_a_family(build):
     zone = (build / "server/probe.zone").read_text()
-    records = re.findall(r"(?m)^(\S+)[.]\t3600\tIN\t(A+)\t", zone)
+    records = re.findall(r"(?m)^(\S+)[.]\t60\tIN\t(A+)\t", zone)
     assert records == [(IPV4_HOST, "A"), (BOTH_HOST, "A"), (BOTH_HOST, "AAAA"), (LONG_HOST, "AAAA")]
 
 
@@ -86,6 +86,11 @@ def test_own_hosts_are_served_next_to_the_default_site(check):
 
 
 LIGHTTPD = "web-server stop; lighttpd -f server/lighttpd.conf"
+# A server that is gone as soon as somebody has taken all of its 100 MB.
+ENDLESS = """web-server stop
+printf '#!/bin/sh\nyes | head -c 99999999 && kill $PPID\n' >/run/flood
+chmod 755 /run/flood
+busybox nc -ll -p 80 -e /run/flood &"""
 OLD = f"{MAKE} /srv/tolvane 2020-01-01"
 
 
@@ -96,6 +101,7 @@ OLD = f"{MAKE} /srv/tolvane 2020-01-01"
     pytest.param("sed -i 's/\t/    /' /srv/tolvane/lib/*", "blanks", id="tab became blanks"),
     pytest.param("sed -i 's/m>./m>x/' /srv/tolvane/lib/*", "wrong checksum", id="another checksum"),
     pytest.param("web-server stop", "unreachable", id="no server"),
+    pytest.param(ENDLESS, "no probe document", id="no end"),
 ])
 def test_each_document_gets_its_verdict(check, change, verdict):
     done = check(BOTH_HOST, change=change)
