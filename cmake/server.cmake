@@ -28,11 +28,11 @@ function(tolvane_server_files)
   endforeach()
   # The addresses are the laboratory's, which are reserved for documentation (RFC 5737, RFC 3849).
   foreach(host IN LISTS V4_hosts)
-    string(APPEND zone_records "\n${host}.\t3600\tIN\tA\t203.0.113.80")
+    string(APPEND zone_records "\n${host}.\t60\tIN\tA\t203.0.113.80")
     string(APPEND hosts_lines "\n203.0.113.80 ${host}")
   endforeach()
   foreach(host IN LISTS V6_hosts)
-    string(APPEND zone_records "\n${host}.\t3600\tIN\tAAAA\t2001:db8:80::80")
+    string(APPEND zone_records "\n${host}.\t60\tIN\tAAAA\t2001:db8:80::80")
     string(APPEND hosts_lines "\n2001:db8:80::80 ${host}")
   endforeach()
 
