@@ -8,7 +8,6 @@
 #include <cstring>
 
 #include "dns/dns_message.h"
-#include "probe_hosts.h"
 
 namespace
 {
@@ -43,23 +42,16 @@ bool read_output(const char* const* words, const char* input)
     return waitpid(tool, nullptr, 0) == tool && any;
 }
 
-bool read_output_of_shell(const char* command)
+bool run_ifconfig()
 {
-    const char* const words[] = {"/bin/sh", "-c", command, nullptr};
+    const char* const words[] = {"/sbin/ifconfig", "eth0", nullptr};
     return read_output(words, nullptr);
 }
 
-bool run_ifconfig(bool by_shell)
-{
-    const char* const words[] = {"/sbin/ifconfig", "eth0", nullptr};
-    return by_shell ? read_output_of_shell("LANG=C /sbin/ifconfig 'eth0'") : read_output(words, nullptr);
-}
-
-bool run_md5sum(bool by_shell)
+bool run_md5sum()
 {
     const char* const words[] = {"md5sum", nullptr};
-    return by_shell ? read_output_of_shell("printf %s '2030-01-31T23:59:59Z' | md5sum")
-                    : read_output(words, "2030-01-31T23:59:59Z");
+    return read_output(words, "2030-01-31T23:59:59Z");
 }
 
 bool exchange(int type, const char* address, std::uint16_t port, const void* request, std::size_t length)
@@ -78,13 +70,11 @@ bool exchange(int type, const char* address, std::uint16_t port, const void* req
 
 } // namespace
 
-// Any argument makes a shell start the tools.
-int main(int argc, char**)
+int main()
 {
-    const bool by_shell = argc > 1;
     unsigned char query[DNS_QUERY_SIZE];
-    const std::size_t query_size = dns_build_query(query, 1, V4_HOST_B, AddressFamily::IPV4);
-    const bool done = run_ifconfig(by_shell) && exchange(SOCK_DGRAM, "198.51.100.53", 53, query, query_size) &&
-                      exchange(SOCK_STREAM, "203.0.113.80", 80, REQUEST, sizeof REQUEST - 1) && run_md5sum(by_shell);
+    const std::size_t query_size = dns_build_query(query, 1, TOLVANE_V4_HOST_B, AddressFamily::IPV4);
+    const bool done = run_ifconfig() && exchange(SOCK_DGRAM, "198.51.100.53", 53, query, query_size) &&
+                      exchange(SOCK_STREAM, "203.0.113.80", 80, REQUEST, sizeof REQUEST - 1) && run_md5sum();
     return done ? 0 : 1;
 }
