@@ -1,4 +1,4 @@
-// One case, one line: a name, what goes in, what must come out. A failure points at that line.
+// One case, one line: a name, what goes in, what must come out.
 #pragma once
 
 #include <arpa/inet.h>
@@ -22,34 +22,20 @@ template <typename Input> struct CaseOf {
 
 using Case = CaseOf<string>;
 
-// CASES(SplitProbeUrl, split, URLS) makes a test of each row, SplitProbeUrl.NAME.
-#define CASES(suite, give, rows) static const bool suite##_added = add_cases(#suite, give, rows, __FILE__)
-
-template <typename Body> struct CaseTest : testing::Test, Body {
-    explicit CaseTest(const Body& body) : Body(body)
-    {
-    }
-
-    void TestBody() override
-    {
-        (*this)();
-    }
-};
-
-template <typename Function, typename Rows>
-bool add_cases(const char* suite, Function give, const Rows& rows, const char* file)
+template <typename Input> void PrintTo(const CaseOf<Input>& row, std::ostream* stream)
 {
-    for (const auto& row : rows) {
-        const auto body = [&row, give, file] {
-            const string given = give(row.in);
-            if (given != row.out)
-                ADD_FAILURE_AT(file, row.line) << row.name << " gives " << testing::PrintToString(given);
-        };
-        testing::RegisterTest(suite, row.name, nullptr, nullptr, file, row.line,
-                              [body] { return new CaseTest<decltype(body)>(body); });
-    }
-    return true;
+    *stream << testing::PrintToString(row.in);
 }
+
+// CASES(SplitProbeUrl, split, URLS) makes a test of each row, SplitProbeUrl.Case/NAME.
+#define CASES(suite, give, rows)                                                                                       \
+    using suite = testing::TestWithParam<std::decay_t<decltype(*(rows))>>;                                             \
+    TEST_P(suite, Case)                                                                                                \
+    {                                                                                                                  \
+        const testing::ScopedTrace row(__FILE__, GetParam().line, GetParam().name);                                    \
+        EXPECT_EQ(give(GetParam().in), GetParam().out);                                                                \
+    }                                                                                                                  \
+    INSTANTIATE_TEST_SUITE_P(, suite, testing::ValuesIn(rows), [](const auto& row) { return row.param.name; })
 
 inline string times(std::size_t count, const string& text)
 {

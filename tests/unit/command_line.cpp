@@ -32,12 +32,10 @@ const Case COMMAND_LINES[] = {
     {"options_as_values", "-i -d -trm -v", "4 12 -d [-v] 3"},
     {"interface_after_woi", "-woi -I eth2", "4 11 eth2 [] 3 unexamined"},
     {"missing_interface", "-i", "4 11 eth0 [] 3"},
-    {"missing_list", "-trm", "4 12 eth0 [] 3"},
-    {"longest_interface", "-i " + times(19, "n"), "4 11 " + times(19, "n") + " [] 3"},
+    {"longest_values", "-i " + times(19, "n") + " -trm " + times(69, "l"),
+     "4 12 " + times(19, "n") + " [" + times(69, "l") + "] 3"},
     {"too_long_interface", "-i " + times(20, "n"), "over"},
-    {"longest_list", "-trm " + times(69, "l"), "4 12 eth0 [" + times(69, "l") + "] 3"},
     {"too_long_list", "-trm " + times(70, "l"), "over"},
-    {"version", "-V", "over"},
 };
 
 CASES(CommandLine, settings_after, COMMAND_LINES);

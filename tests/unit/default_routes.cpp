@@ -19,6 +19,7 @@ const string IPV4_GOOD = ipv4_route("eth0", "0003");
 const Case IPV4_TABLES[] = {
     {"first_of_two", IPV4_GOOD + "eth0\t00000000\t02020202\t0003", "1.1.1.1"},
     {"other_device_before_it", "Iface\n" + ipv4_route("eth", "0003") + IPV4_GOOD, "1.1.1.1"},
+    {"device_with_the_name_in_it", ipv4_route("eth0.2", "0003"), "1.1.1.1"},
     {"route_to_a_host", ipv4_route("eth0", "0007"), "none"},
     {"flags_of_4_digits", ipv4_route("eth0", "00031"), "1.1.1.1"},
     {"piece_of_55_characters", times(55, "x") + IPV4_GOOD, "1.1.1.1"},
@@ -40,7 +41,6 @@ const Case IPV6_TABLES[] = {
     {"learned_from_a_router", ipv6_route("    eth0", "00010003"), "none"},
     {"device_cut_to_8_characters", ipv6_route("uplink-eth0", "00000003"), "none"},
     {"rest_of_a_device_ends_the_table", ipv6_route("uplink-0-eth0", "00000003") + IPV6_GOOD, "none"},
-    {"blank_line", " \n" + IPV6_GOOD, "fe80::102"},
 };
 
 CASES(Ipv4Gateway, eth0_gateway<IPV4>, IPV4_TABLES);

@@ -11,7 +11,8 @@ static string values(const string& text)
 
 const Case FILES[] = {
     {"carriage_return", "checkserver=c\r\nxmluri=u\r\n", "c,u"},
-    {"shift_in", "xmluri= u \x0Fx\n", ", u "},
+    {"line_feed", "xmluri= u \n", ", u \n"},
+    {"shift_in", "xmluri=u\x0Fx\n", ",u"},
     {"key_within_a_line", " xmluri=u\n#xmluri=u\n", ","},
     {"later_empty_value", "xmluri=u\r\nxmluri=\r\n", ","},
     {"end_after_both_values", "xmluri=1\r\nxmluri=2\r\ncheckserver=c\r\nxmluri=3\r\n", "c,2"},

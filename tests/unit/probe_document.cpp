@@ -26,3 +26,10 @@ const Case CHUNKS[] = {
 };
 
 CASES(VerifyProbeChunk, verdict, CHUNKS);
+
+TEST(Md5sumOutput, HoldsTheDigestInItsLastLongLine)
+{
+    char digest[DIGEST_FIELD_SIZE] = "";
+    take_digest(reader_of(times(32, "a") + "\n" + OF_ABC + "  -\n" + times(30, "b") + "\n"), digest);
+    EXPECT_EQ(digest, OF_ABC);
+}

@@ -1,5 +1,9 @@
 #include "platform/text_io.h"
 
+#include <fcntl.h>
+
+#include <csignal>
+
 #include "folder.h"
 
 static string pieces_of_7(TextReader& reader)
@@ -40,4 +44,19 @@ TEST_F(FolderTest, FifoIsNotOpened)
     mkfifo("fifo", 0644);
     TextReader reader;
     EXPECT_FALSE(open_regular_file("fifo", reader));
+}
+
+// Opening a file whose lease another process holds waits for the lease's end (fcntl(2)), unless it must not block.
+TEST_F(FolderTest, LeasedFileIsNotWaitedFor)
+{
+    std::signal(SIGIO, SIG_IGN); // tells the holder that its lease is in the way
+    write_file("file", "text");
+    std::filesystem::create_symlink("file", "link");
+    const int holder = open("file", O_RDWR);
+    if (fcntl(holder, F_SETLEASE, F_WRLCK) != 0)
+        GTEST_SKIP() << "this file system has no leases";
+    TextReader reader;
+    EXPECT_FALSE(open_regular_file("file", reader));
+    EXPECT_FALSE(open_regular_file("link", reader));
+    close(holder);
 }

@@ -1,22 +1,22 @@
 #include "platform/tool.h"
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 #include "folder.h"
 
+// The tools of each test inherit a variable A, and others that the test sets.
 struct ToolTest : FolderTest {
-    char** inherited = environ;
-
-    void TearDown() override
+    ToolTest()
     {
-        environ = inherited;
-        FolderTest::TearDown();
+        clearenv();
+        setenv("A", "1", 1);
     }
 };
 
-// What a tool prints that is started in this environment.
-static string output_in(vector<const char*> variables, const char* name, const char* argument = nullptr)
+static string output_of(const char* name, const char* argument = nullptr)
 {
-    variables.push_back(nullptr);
-    environ = const_cast<char**>(variables.data());
     Tool tool;
     EXPECT_TRUE(start_tool(name, argument, "input\n", tool));
     string output;
@@ -29,20 +29,23 @@ static string output_in(vector<const char*> variables, const char* name, const c
 TEST_F(ToolTest, GetsItsArgumentAndInputAsTheyAre)
 {
     write_file("tool", "#!/bin/sh\nprintf '%s;' $# \"$1\"\ncat\n", 0755);
-    EXPECT_EQ(output_in({}, "./tool", "-n $(id) '\\n\" *"), "1;-n $(id) '\\n\" *;input\n");
-    EXPECT_EQ(output_in({}, "./tool"), "0;;input\n");
+    EXPECT_EQ(output_of("./tool", "-n $(id) '\\n\" *"), "1;-n $(id) '\\n\" *;input\n");
+    EXPECT_EQ(output_of("./tool"), "0;;input\n");
 }
 
 TEST_F(ToolTest, InheritsTheEnvironmentButNotTheLocale)
 {
-    const vector<const char*> variables = {"LANG=de", "A=1", "LANGUAGE=de", "LC_ALL=de", "LANGUAGES=2", "LCD=3"};
-    EXPECT_EQ(output_in(variables, "/usr/bin/env"), "LANG=C\nA=1\nLANGUAGES=2\nLCD=3\n");
+    for (const char* name : {"LANG", "LANGUAGE", "LC_ALL", "LANGUAGES", "LCD"})
+        setenv(name, "1", 1);
+    EXPECT_EQ(output_of("/usr/bin/env"), "LANG=C\nA=1\nLANGUAGES=1\nLCD=1\n");
 }
 
 TEST_F(ToolTest, InheritsTheFirst500Variables)
 {
-    const vector<const char*> variables(600, "A=1");
-    EXPECT_EQ(output_in(variables, "/usr/bin/env"), "LANG=C\n" + times(500, "A=1\n"));
+    for (int i = 2; i <= 501; ++i)
+        setenv(("V" + std::to_string(i)).c_str(), "", 1);
+    const string inherited = output_of("/usr/bin/env");
+    EXPECT_EQ(inherited.substr(inherited.size() - 12), "V499=\nV500=\n");
 }
 
 TEST_F(ToolTest, IsTheFirstExecutableFileInPath)
@@ -52,12 +55,43 @@ TEST_F(ToolTest, IsTheFirstExecutableFileInPath)
     write_file("1/tool", "#!/bin/sh\necho 1\n");
     write_file("2/tool", "#!/bin/sh\necho 2\n", 0755);
     write_file("tool", "#!/bin/sh\necho here\n", 0755);
-    EXPECT_EQ(output_in({"PATH=missing:1:2:"}, "tool"), "2\n");
-    EXPECT_EQ(output_in({"PATH=missing:1:"}, "tool"), "here\n");
+    setenv("PATH", "missing:1:2:", 1);
+    EXPECT_EQ(output_of("tool"), "2\n");
+    setenv("PATH", "missing:1:", 1);
+    EXPECT_EQ(output_of("tool"), "here\n");
+    unsetenv("PATH");
 }
 
 TEST_F(ToolTest, MayBeAScriptWithoutInterpreterLine)
 {
     write_file("tool", "echo \"$0 $#: $1\"\n", 0755);
-    EXPECT_EQ(output_in({"PATH=."}, "tool", "a b"), "./tool 1: a b\n");
+    setenv("PATH", ".", 1);
+    EXPECT_EQ(output_of("tool", "a b"), "./tool 1: a b\n");
+    unsetenv("PATH");
+}
+
+TEST_F(ToolTest, IsEndedBySignalsThatItsCallerIgnores)
+{
+    write_file("tool", "#!/bin/sh\nkill -s \"$1\" $$\necho alive\n", 0755);
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    EXPECT_EQ(output_of("./tool", "PIPE") + output_of("./tool", "XFSZ"), "");
+    std::signal(SIGPIPE, SIG_DFL);
+    std::signal(SIGXFSZ, SIG_DFL);
+}
+
+// The input takes two descriptors, one of which remains open; then the output takes two.
+TEST_F(ToolTest, IsNotStartedWithoutItsPipes)
+{
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int lowest = dup(0);
+    close(lowest);
+    Tool tool;
+    for (const rlim_t free : {1, 2}) {
+        const rlimit few = {static_cast<rlim_t>(lowest) + free, before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &few);
+        EXPECT_FALSE(start_tool("true", nullptr, "", tool)) << free;
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
 }
