@@ -7,10 +7,7 @@ if(NOT EXISTS ${PROJECT_SOURCE_DIR}/server)
   return()
 endif()
 
-set(TOLVANE_FALLBACK_HOST "" CACHE STRING "DNS name of the fallback document's server, if there is one")
-if(TOLVANE_FALLBACK_HOST)
-  check_host_name(FALLBACK_HOST "${TOLVANE_FALLBACK_HOST}")
-endif()
+host_option(TOLVANE_FALLBACK_HOST "the fallback document's server, if there is one")
 
 # Slots may share a host. As in DNS, case and a final dot make no difference.
 function(tolvane_distinct_hosts result)
