@@ -2,6 +2,7 @@
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR arm)
 set(compiler_prefix arm-linux-gnueabihf-)
+set(musl_architecture armhf)
 set(musl_target arm-linux-musleabihf)
 set(musl_loader armhf)
 if(NOT musl_linkage)

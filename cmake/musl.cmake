@@ -5,12 +5,18 @@
 #   musl_target       the target in the names of musl's directories, "arm-linux-musleabihf"
 #   musl_loader       the processor in the name of musl's loader, "armhf"
 #   musl_linkage      "dynamic" or "static"
+#   musl_architecture Debian's name of the processor, for another one than this machine's
 #
 # All of it is in the compilers' names and in the link rules: a packager's compile and link flags are added to it and
 # replace none of it.
 
-set(musl_headers /usr/include/${musl_target})
-set(musl_libraries /usr/lib/${musl_target})
+# Where tools/foreign-musl puts musl for another processor. Debian's own place for it is used as well.
+get_filename_component(musl_root "${CMAKE_CURRENT_LIST_DIR}/../build/musl/${musl_architecture}" ABSOLUTE)
+if(NOT musl_architecture OR NOT EXISTS ${musl_root})
+  set(musl_root "")
+endif()
+set(musl_headers ${musl_root}/usr/include/${musl_target})
+set(musl_libraries ${musl_root}/usr/lib/${musl_target})
 set(musl_interpreter /lib/ld-musl-${musl_loader}.so.1)
 
 set(CMAKE_C_COMPILER ${compiler_prefix}gcc -nostdinc)
@@ -25,6 +31,13 @@ function(ask_compiler answer command)
   endif()
   set(${answer} "${output}" PARENT_SCOPE)
 endfunction()
+
+if(NOT EXISTS ${musl_libraries}/libc.a)
+  if(musl_architecture)
+    message(FATAL_ERROR "There is no ${musl_libraries}; \"tools/foreign-musl ${musl_architecture}\" gets it.")
+  endif()
+  message(FATAL_ERROR "There is no ${musl_libraries}; Debian's package musl-dev has it.")
+endif()
 
 ask_compiler(compiler_headers gcc -print-file-name=include)
 ask_compiler(search_list g++ -E -v -x c++ /dev/null)

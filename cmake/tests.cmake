@@ -31,11 +31,13 @@ if(TOLVANE_TESTS)
   set_tests_properties(${TOLVANE_TEST_PREFIX}device PROPERTIES ENVIRONMENT "${device_environment}" RUN_SERIAL TRUE)
 endif()
 
-# Debian's name of the architecture of the emulated machine on which this build's program also runs.
-if(TOLVANE_TESTS AND TOLVANE_MACHINE)
-  add_test(NAME ${TOLVANE_TEST_PREFIX}machine COMMAND ${pytest} ${tests}/machines)
-  set_tests_properties(${TOLVANE_TEST_PREFIX}machine PROPERTIES
-    ENVIRONMENT "MACHINE=${TOLVANE_MACHINE};TOLVANE=$<TARGET_FILE:tolvane>")
+# The emulated machines on which this build's program also runs.
+if(TOLVANE_TESTS)
+  foreach(machine IN LISTS TOLVANE_MACHINES)
+    set(test ${TOLVANE_TEST_PREFIX}machine-${machine})
+    add_test(NAME ${test} COMMAND ${pytest} ${tests}/machines)
+    set_tests_properties(${test} PROPERTIES ENVIRONMENT "MACHINE=${machine};TOLVANE=$<TARGET_FILE:tolvane>")
+  endforeach()
 endif()
 
 if(TOLVANE_DEPLOY_TESTS)

@@ -10,7 +10,7 @@ import pytest
 
 MACHINE = Path(__file__).resolve().parents[2] / "lab/machine"
 OUR_WEB_SERVER = "ip addr add 203.0.113.80/32 dev lo; ip addr add 2001:db8:80::80/128 dev lo"
-IN_64_BITS = pytest.mark.skipif(os.environ["MACHINE"] == "armhf", reason="its BusyBox has times of 32 bits")
+IN_64_BITS = pytest.mark.skipif(os.environ["MACHINE"] != "s390x", reason="its BusyBox has times of 32 bits")
 RUN_CASES = """
 check() {
     machine-network

@@ -1,0 +1,12 @@
+# 32-bit little-endian MIPS (MIPS32 release 2, hard float) with musl.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR mipsel)
+set(compiler_prefix mipsel-linux-gnu-)
+set(musl_architecture mipsel)
+set(musl_target mipsel-linux-musl)
+set(musl_loader mipsel)
+if(NOT musl_linkage)
+  set(musl_linkage dynamic)
+endif()
+include(${CMAKE_CURRENT_LIST_DIR}/musl.cmake)
+set(CMAKE_CROSSCOMPILING_EMULATOR qemu-mipsel-static)
