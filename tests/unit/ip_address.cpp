@@ -1,18 +1,20 @@
 #include "cases.h"
+#include "platform/address_text.h"
 
-static string is_private(const IpAddress& address)
+static string is_private(const string& text)
 {
-    return is_private_ipv4(address) ? "private" : "public";
+    IpAddress address;
+    convert_address(IPV4, text.c_str(), address);
+    return is_private_ipv4(address) ? "yes" : "no";
 }
 
-const CaseOf<IpAddress> ADDRESSES[] = {
-    {"private_10", {IPV4, {10, 255}}, "private"},
-    {"before_private_172", {IPV4, {172, 15}}, "public"},
-    {"last_private_172", {IPV4, {172, 31}}, "private"},
-    {"after_private_172", {IPV4, {172, 32}}, "public"},
-    {"private_192", {IPV4, {192, 168}}, "private"},
-    {"public_192", {IPV4, {192, 169}}, "public"},
-    {"ipv6", {IPV6, {10}}, "public"},
+const Case ADDRESSES[] = {
+    {"first_range", "10.255.0.0", "yes"},
+    {"before_second_range", "172.15.0.0", "no"},
+    {"end_of_second_range", "172.31.0.0", "yes"},
+    {"after_second_range", "172.32.0.0", "no"},
+    {"third_range", "192.168.0.0", "yes"},
+    {"after_third_range", "192.169.0.0", "no"},
 };
 
 CASES(PrivateIpv4, is_private, ADDRESSES);

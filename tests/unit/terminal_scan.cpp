@@ -1,7 +1,5 @@
 #include "netinfo/terminal_scan.h"
 
-#include <cstring>
-
 #include "cases.h"
 
 static string names_in(const string& list)
@@ -22,27 +20,3 @@ const Case LISTS[] = {
 };
 
 CASES(InterfaceList, names_in, LISTS);
-
-// The result and the selected name of a, b and c. Of each, the lines that ifconfig prints are given as letters: one
-// with a hardware address (h), an IPv4 address (4) or a global IPv6 address (6).
-static string selection(const vector<string>& interfaces)
-{
-    ScannedInterface table[MAX_SCANNED_INTERFACES];
-    std::memset(table, 0xFF, sizeof table);
-    split_interface_list("a,b,c", table);
-    for (std::size_t i = 0; i < interfaces.size(); ++i) {
-        for (const char line : interfaces[i])
-            table[i].status = update_scan_status(table[i].status, {line == 'h', line == '4', line == '6'});
-    }
-    InterfaceName selected = {"-"};
-    const int result = select_interface(table, 3, selected);
-    return std::to_string(result) + selected.text;
-}
-
-const CaseOf<vector<string>> SCANS[] = {
-    {"one_present", {"", "h", ""}, "2-"},
-    {"address_before_presence", {"6h4"}, "17a"},
-    {"first_with_an_address", {"h", "h4", "6"}, "1b"},
-};
-
-CASES(SelectInterface, selection, SCANS);

@@ -39,13 +39,6 @@ TEST_F(FolderTest, LinkedFileIsReadAcrossTheBufferUpToItsLimit)
     close_text_file(reader);
 }
 
-TEST_F(FolderTest, FifoIsNotOpened)
-{
-    mkfifo("fifo", 0644);
-    TextReader reader;
-    EXPECT_FALSE(open_regular_file("fifo", reader));
-}
-
 // Opening a file whose lease another process holds waits for the lease's end (fcntl(2)), unless it must not block.
 TEST_F(FolderTest, LeasedFileIsNotWaitedFor)
 {

@@ -26,25 +26,21 @@ static string output_of(const char* name, const char* argument = nullptr)
     return output;
 }
 
-TEST_F(ToolTest, GetsItsArgumentAndInputAsTheyAre)
+TEST_F(ToolTest, MayBeAScriptWithoutInterpreterLine)
 {
-    write_file("tool", "#!/bin/sh\nprintf '%s;' $# \"$1\"\ncat\n", 0755);
-    EXPECT_EQ(output_of("./tool", "-n $(id) '\\n\" *"), "1;-n $(id) '\\n\" *;input\n");
-    EXPECT_EQ(output_of("./tool"), "0;;input\n");
+    write_file("tool", "printf '%s;' \"$0\" $# \"$1\"\ncat\n", 0755);
+    EXPECT_EQ(output_of("./tool", "-n $(id) '\\n\" *"), "./tool;1;-n $(id) '\\n\" *;input\n");
+    EXPECT_EQ(output_of("./tool"), "./tool;0;;input\n");
 }
 
-TEST_F(ToolTest, InheritsTheEnvironmentButNotTheLocale)
+TEST_F(ToolTest, InheritsTheFirst500VariablesButNotTheLocale)
 {
     for (const char* name : {"LANG", "LANGUAGE", "LC_ALL", "LANGUAGES", "LCD"})
         setenv(name, "1", 1);
-    EXPECT_EQ(output_of("/usr/bin/env"), "LANG=C\nA=1\nLANGUAGES=1\nLCD=1\n");
-}
-
-TEST_F(ToolTest, InheritsTheFirst500Variables)
-{
-    for (int i = 2; i <= 501; ++i)
+    for (int i = 4; i <= 501; ++i)
         setenv(("V" + std::to_string(i)).c_str(), "", 1);
     const string inherited = output_of("/usr/bin/env");
+    EXPECT_EQ(inherited.substr(0, 32), "LANG=C\nA=1\nLANGUAGES=1\nLCD=1\nV4=");
     EXPECT_EQ(inherited.substr(inherited.size() - 12), "V499=\nV500=\n");
 }
 
@@ -53,21 +49,11 @@ TEST_F(ToolTest, IsTheFirstExecutableFileInPath)
     std::filesystem::create_directory("1");
     std::filesystem::create_directory("2");
     write_file("1/tool", "#!/bin/sh\necho 1\n");
-    write_file("2/tool", "#!/bin/sh\necho 2\n", 0755);
     write_file("tool", "#!/bin/sh\necho here\n", 0755);
-    setenv("PATH", "missing:1:2:", 1);
-    EXPECT_EQ(output_of("tool"), "2\n");
-    setenv("PATH", "missing:1:", 1);
+    write_file("2/tool", "#!/bin/sh\necho 2\n", 0755);
+    setenv("PATH", "missing:1::2", 1);
     EXPECT_EQ(output_of("tool"), "here\n");
-    unsetenv("PATH");
-}
-
-TEST_F(ToolTest, MayBeAScriptWithoutInterpreterLine)
-{
-    write_file("tool", "echo \"$0 $#: $1\"\n", 0755);
-    setenv("PATH", ".", 1);
-    EXPECT_EQ(output_of("tool", "a b"), "./tool 1: a b\n");
-    unsetenv("PATH");
+    unsetenv("PATH"); // for later tests
 }
 
 TEST_F(ToolTest, IsEndedBySignalsThatItsCallerIgnores)
