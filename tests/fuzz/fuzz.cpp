@@ -12,7 +12,6 @@
 #include "netinfo/resolver_files.h"
 #include "probe/probe_document.h"
 #include "probe/probe_url.h"
-#include "result_code.h"
 #include "support.h"
 
 using std::string;
@@ -30,16 +29,6 @@ void require(bool condition)
 std::vector<char> exact_text(const string& input)
 {
     return {input.c_str(), input.c_str() + std::strlen(input.c_str()) + 1};
-}
-
-bool holds(const char* text, const string& part)
-{
-    return std::strstr(text, part.c_str()) != nullptr;
-}
-
-template <std::size_t SIZE> void require_text(const char (&text)[SIZE], std::size_t least_length, const char* never)
-{
-    require(strnlen(text, SIZE) < SIZE && std::strlen(text) >= least_length && std::strpbrk(text, never) == nullptr);
 }
 
 constexpr IpAddress UNTOUCHED = {AddressFamily::IPV6, {0xA5, 0xA5, 0xA5, 0xA5}};
@@ -63,9 +52,8 @@ void dns_response(const string& input)
     for (const AddressFamily family : ADDRESS_FAMILIES) {
         IpAddress address = UNTOUCHED;
         const bool found = dns_find_address(message.data(), message.size(), family, address);
-        require(found || is_untouched(address));
+        require(found ? is_clean(family, address) : is_untouched(address));
         require(!found || memmem(message.data(), message.size(), address.bytes, address_size(family)) != nullptr);
-        require(!found || is_clean(family, address));
     }
 }
 
@@ -76,9 +64,7 @@ void dns_name(const string& input)
     std::vector<unsigned char> query(DNS_QUERY_SIZE);
     const std::size_t written = dns_encode_name(name.data(), host.data());
     require(written > 0 && written <= name.size() && name[written - 1] == 0);
-    const std::size_t sent = dns_skip_name(name.data(), written, 0);
-    require(dns_build_query(query.data(), 0, host.data(), IPV6) == 12 + sent + 4);
-    require(sent > 0 && std::memcmp(query.data() + 12, name.data(), sent) == 0 && name[sent - 1] == 0);
+    require(dns_build_query(query.data(), 0, host.data(), IPV6) <= query.size());
 
     const std::vector<unsigned char> message(input.begin(), input.end());
     for (std::size_t position = 0; position <= message.size(); ++position)
@@ -87,15 +73,10 @@ void dns_name(const string& input)
 
 void ifconfig_line(const string& input)
 {
-    const std::vector<char> line = exact_text(input);
     NetConfig config = {};
-    const IfconfigItems items = parse_ifconfig_line(line.data(), config);
-    require(items.hardware_address == holds(line.data(), "HWaddr "));
-    require(items.ipv4_address == holds(line.data(), "inet addr:"));
-    require(!items.global_ipv6_address || (holds(line.data(), "inet6 addr:") && holds(line.data(), "Scope:Global")));
-    require(is_unset(config.ipv4_addr) || items.ipv4_address);
-    require(is_unset(config.ipv4_mask) || holds(line.data(), "Mask:"));
-    require(is_unset(config.ipv6_addr) || items.global_ipv6_address);
+    const IfconfigItems items = parse_ifconfig_line(exact_text(input).data(), config);
+    require(is_unset(config.ipv4_addr) || (items.ipv4_address && is_clean(IPV4, config.ipv4_addr)));
+    require(is_unset(config.ipv6_addr) || (items.global_ipv6_address && config.ipv6_addr.family == IPV6));
 }
 
 void resolver(const string& input)
@@ -116,31 +97,21 @@ void routes(const string& input)
     for (const AddressFamily family : ADDRESS_FAMILIES) {
         IpAddress gateway = UNTOUCHED;
         const bool found = find_gateway(family, reader_of(input), {"eth0"}, gateway);
-        require(found || is_untouched(gateway));
-        require(!found || (is_clean(family, gateway) && input.find("eth0") != string::npos));
-        require(!found || input.find('3') != string::npos);
+        require(found ? is_clean(family, gateway) : is_untouched(gateway));
+        require(!found || input.find("eth0") != string::npos);
     }
-}
-
-void split_url(const char* text)
-{
-    ProbeUrl url;
-    std::memset(&url, 0xA5, sizeof url);
-    if (!split_probe_url(text, url))
-        return;
-    require(std::strncmp(text, "http://", 7) == 0 && url.port > 0 && url.path[0] == '/');
-    require_text(url.host, 0, "/: \t\n\v\f\r");
-    require_text(url.path, 1, " \t\n\v\f\r");
 }
 
 void config_file(const string& input)
 {
     const ProbeConfig config = parse_probe_config(reader_of(input));
-    require_text(config.checkserver, 0, "\r\x0F");
-    require_text(config.xmluri, 0, "\r\x0F");
     require(input.find(config.checkserver) != string::npos && input.find(config.xmluri) != string::npos);
-    split_url(config.xmluri);
-    split_url(exact_text(input).data());
+    const std::vector<char> text = exact_text(input);
+    for (const char* url : {config.xmluri, text.data()}) {
+        ProbeUrl parts;
+        if (split_probe_url(url, parts))
+            require(parts.port > 0 && std::strpbrk(parts.host, "/:") == nullptr && parts.path[0] == '/');
+    }
 }
 
 void result_file(const string& input)
@@ -149,9 +120,7 @@ void result_file(const string& input)
         std::int64_t stamp;
         std::int64_t age;
         const int code = parse_result(reader_of(input), now, stamp);
-        const bool works = family_outcome(IPV4, code) == WORKS || family_outcome(IPV6, code) == WORKS;
         require(code == RESULT_FILE_STALE || without_markers(code) == code);
-        require(stamp == 0 || works || code == RESULT_FILE_STALE);
         require(stamp == 0 || (!__builtin_sub_overflow(now, stamp, &age) && age >= 0 && age < 86400));
     }
 }
@@ -160,13 +129,8 @@ void probe_chunk(const string& input)
 {
     const std::vector<char> chunk = exact_text(input.substr(0, PROBE_CHUNK_LENGTH));
     ProbeDocument document;
-    if (find_probe_document(chunk.data(), document)) {
-        require_text(document.date, 1, "");
-        require_text(document.checksum, 1, "");
-        require(!holds(document.date, "\">") && !holds(document.checksum, "</checksum>"));
-        require(holds(chunk.data(), string("<tolvane date=\"") + document.date));
-        require(holds(chunk.data(), string("\t<checksum>") + document.checksum));
-    }
+    if (find_probe_document(chunk.data(), document))
+        require(std::strlen(document.date) > 0 && std::strlen(document.checksum) > 0);
     char digest[DIGEST_FIELD_SIZE] = "";
     take_digest(reader_of(input), digest);
     require(digest[0] == '\0' || (std::strlen(digest) == 32 && input.find(digest) != string::npos));
@@ -178,22 +142,11 @@ const std::map<string, void (*)(const string&)> TARGETS = {
     {"result_file", result_file},     {"routes", routes},
 };
 
-void (*run_target)(const string& input);
-
 } // namespace
-
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    const char* name = std::getenv("FUZZ_TARGET");
-    const auto target = TARGETS.find(name != nullptr ? name : "");
-    if (target == TARGETS.end())
-        std::exit(2);
-    run_target = target->second;
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
-    run_target(string(data, data + size));
+    static const auto target = TARGETS.at(std::getenv("FUZZ_TARGET"));
+    target(string(data, data + size));
     return 0;
 }

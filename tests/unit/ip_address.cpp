@@ -9,12 +9,9 @@ static string is_private(const string& text)
 }
 
 const Case ADDRESSES[] = {
-    {"first_range", "10.255.0.0", "yes"},
-    {"before_second_range", "172.15.0.0", "no"},
-    {"end_of_second_range", "172.31.0.0", "yes"},
-    {"after_second_range", "172.32.0.0", "no"},
-    {"third_range", "192.168.0.0", "yes"},
-    {"after_third_range", "192.169.0.0", "no"},
+    {"first_range", "10.255.0.0", "yes"},         {"before_second_range", "172.15.0.0", "no"},
+    {"end_of_second_range", "172.31.0.0", "yes"}, {"after_second_range", "172.32.0.0", "no"},
+    {"third_range", "192.168.0.0", "yes"},        {"after_third_range", "192.169.0.0", "no"},
 };
 
 CASES(PrivateIpv4, is_private, ADDRESSES);
