@@ -1,6 +1,9 @@
 # Unit tests are built only where this machine can run them. Every build runs the device tests on its own program.
 set(tests ${PROJECT_SOURCE_DIR}/tests)
 set(pytest /usr/bin/python3 -m pytest -q -p no:cacheprovider)
+# ctest skips these tests where no laboratory can be made.
+set(laboratory_pytest ${PROJECT_SOURCE_DIR}/lab/if-possible ${pytest})
+set(laboratory_properties SKIP_RETURN_CODE 77 LABELS laboratory)
 
 if(TOLVANE_TESTS AND NOT CMAKE_CROSSCOMPILING AND NOT musl_target)
   find_package(GTest REQUIRED)
@@ -27,24 +30,28 @@ if(TOLVANE_TESTS)
     list(APPEND device_environment TOLVANE_HOSTED=1)
   endif()
   # Most of a device test is waiting, so many share a processor. Two suites at once would delay each other's clocks.
-  add_test(NAME ${TOLVANE_TEST_PREFIX}device COMMAND ${pytest} -n 16 ${tests}/device)
-  set_tests_properties(${TOLVANE_TEST_PREFIX}device PROPERTIES ENVIRONMENT "${device_environment}" RUN_SERIAL TRUE)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}device COMMAND ${laboratory_pytest} -n 16 ${tests}/device)
+  set_tests_properties(${TOLVANE_TEST_PREFIX}device PROPERTIES
+    ENVIRONMENT "${device_environment}" RUN_SERIAL TRUE ${laboratory_properties})
 endif()
 
 # The emulated machines on which this build's program also runs.
 if(TOLVANE_TESTS)
   foreach(machine IN LISTS TOLVANE_MACHINES)
     set(test ${TOLVANE_TEST_PREFIX}machine-${machine})
-    add_test(NAME ${test} COMMAND ${pytest} ${tests}/machines)
-    set_tests_properties(${test} PROPERTIES ENVIRONMENT "MACHINE=${machine};TOLVANE=$<TARGET_FILE:tolvane>")
+    add_test(NAME ${test} COMMAND ${laboratory_pytest} ${tests}/machines)
+    set_tests_properties(${test} PROPERTIES
+      ENVIRONMENT "MACHINE=${machine};TOLVANE=$<TARGET_FILE:tolvane>" ${laboratory_properties})
   endforeach()
 endif()
 
 if(TOLVANE_DEPLOY_TESTS)
   file(GLOB manuals ${PROJECT_SOURCE_DIR}/docs/*.[18])
   add_test(NAME ${TOLVANE_TEST_PREFIX}manual COMMAND mandoc -T lint -W warning ${manuals})
-  add_test(NAME ${TOLVANE_TEST_PREFIX}deploy COMMAND ${pytest} ${tests}/deploy)
-  set_tests_properties(${TOLVANE_TEST_PREFIX}deploy PROPERTIES ENVIRONMENT TOLVANE=$<TARGET_FILE:tolvane>)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}deploy COMMAND ${pytest} -m "not laboratory" ${tests}/deploy)
+  add_test(NAME ${TOLVANE_TEST_PREFIX}deploy-laboratory COMMAND ${laboratory_pytest} -m laboratory ${tests}/deploy)
+  set_tests_properties(${TOLVANE_TEST_PREFIX}deploy-laboratory PROPERTIES
+    ENVIRONMENT TOLVANE=$<TARGET_FILE:tolvane> ${laboratory_properties})
 endif()
 
 # Lint needs compile commands that clang's tools understand, so none that ask for GCC's link-time optimization.

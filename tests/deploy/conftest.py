@@ -18,6 +18,10 @@ SLOTS = {**V4_HOSTS, **V6_HOSTS}
 every_shell = pytest.mark.parametrize("shell", ["busybox", "dash", "bash"])
 
 
+def pytest_configure(config):
+    config.addinivalue_line("markers", "laboratory: needs a laboratory")
+
+
 def run(*command, **options):
     return subprocess.run(command, check=True, stdout=subprocess.PIPE, text=True, **options).stdout
 

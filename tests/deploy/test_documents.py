@@ -2,6 +2,7 @@
 
 import re
 
+import pytest
 from conftest import ROOT, run
 
 MANUAL = (ROOT / "docs/tolvane.8").read_text()
@@ -9,18 +10,7 @@ OPTIONS = set(re.findall(r"(?m)^\.It Fl (\w+)", MANUAL.partition("\n.Sh ENVIRONM
 RELEASED = ["CMakeLists.txt", "CHANGELOG.md", "packaging/debian/changelog", "packaging/openwrt/tolvane/Makefile"]
 
 
-def test_printed_lines_are_those_of_the_manual():
-    driver = (ROOT / "src/cli/check_driver.cpp").read_text()
-    formats = re.findall(r'report\(settings, "(.*)\\n"', driver)
-    rows = re.findall(r"(?m)^\.It (\d+) Ta (.*[.])$", MANUAL)
-    used = set()
-    for code, line in rows:
-        [fitting] = [text for text in formats if re.fullmatch(text.replace("%s", ".*"), line)]
-        used.add(fitting)
-        assert ("IPv6" in line) == (int(code) >= 16)
-    assert used == set(formats)
-
-
+@pytest.mark.laboratory
 def test_options_and_version_are_the_programs():
     usage = run("lab/laboratory", "on-device", "sh", "-c", "tolvane -v || true", cwd=ROOT)
     options = {word.lower() for word in re.findall(r"(?<!\S)-(\w+)", usage)}

@@ -70,6 +70,7 @@ def lines(host, family, verdict="accepted"):
     return [f"{host} {family} /lib/{name}: {verdict}" for name in NAMES]
 
 
+@pytest.mark.laboratory
 def test_own_hosts_are_served_next_to_the_default_site(check):
     done = check(IPV4_HOST, LONG_HOST)
     assert done.stderr == ""
@@ -89,6 +90,7 @@ busybox nc -ll -p 80 -e /run/flood &"""
 OLD = f"{MAKE} /srv/tolvane 2020-01-01"
 
 
+@pytest.mark.laboratory
 @pytest.mark.parametrize("change, verdict", [
     pytest.param(LIGHTTPD, "accepted", id="lighttpd"),
     pytest.param("add 'return 302 https://login.example/;'", "redirect to https://login", id="redirect"),
@@ -104,6 +106,7 @@ def test_each_document_gets_its_verdict(check, change, verdict):
     assert done.returncode == (verdict != "accepted")
 
 
+@pytest.mark.laboratory
 @pytest.mark.parametrize("host, change, status, text", [
     pytest.param(IPV4_HOST, ":", 0, f"OK - 6 of 6 documents accepted; no address for {IPV4_HOST}", id="good"),
     pytest.param(BOTH_HOST, OLD, 1, f"WARNING - {BOTH_HOST} IPv4 /lib/tolvane.xml: stale", id="old"),

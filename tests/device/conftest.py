@@ -4,6 +4,7 @@ import contextlib
 import ctypes
 import hashlib
 import os
+import select
 import socket
 import struct
 import subprocess
@@ -28,7 +29,7 @@ AAAA = 28
 RESET = object()  # a step of a web script: end the connection with a reset
 
 Result = namedtuple("Result", "code out err seconds cpu")
-Query = namedtuple("Query", "server address port")
+Query = namedtuple("Query", "server address port message")
 
 
 DATE = b"2026-11-22 12:00:00"
@@ -76,19 +77,20 @@ right_answer = leading_to(*WEB_SERVERS)
 class Device:
     def __init__(self, announced):
         self.pid, self.network = announced.split()
+        self.servers = f"/proc/{self.pid}/ns/net"
         self.root = Path(f"/proc/{self.pid}/root/mnt/device")
         self.result_file = self.root / "tmp/tolvaneresult"
         self.queries = []
         self.requests = []
 
-    def command(self, *words):
-        """Runs a command on the device."""
+    def command(self, *words, limit=60):
+        """Runs a command on the device for at most `limit` seconds."""
         command = ["nsenter", "-t", self.pid, "-m", "-p", "-r", f"--net={self.network}"]
         command += ["chroot", "/mnt/device", "env", "-i", "PATH=/sbin:/bin"]
         command += [f"{name}={value}" for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")]
         command += words
         before = os.times()
-        done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, timeout=60, encoding="latin-1")
+        done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, timeout=limit, encoding="latin-1")
         after = os.times()
         cpu = after.children_user + after.children_system - before.children_user - before.children_system
         return Result(done.returncode, done.stdout, done.stderr, after.elapsed - before.elapsed, cpu)
@@ -107,6 +109,13 @@ class Device:
         if not shell:
             assert self.files() == files
         return run
+
+    def run_each(self, cases):
+        """Runs the checker once after each of the shell commands. Returns statuses, printed lines and result files."""
+        end = "printf '\\f%d\\f' $?; cat /tmp/tolvaneresult; printf '\\f'\n"
+        self.write("/sbin/cases", "".join(f"{command}\ntolvane -d {options}\n{end}" for command, options in cases))
+        words = self.command("sh", "-c", ". cases 2>/dev/null", limit=300).out.split("\f")
+        return [(int(code), out, stored.split()) for out, code, stored in zip(*[iter(words)] * 3)]
 
     def files(self):
         places = [self.root / "tmp", self.root / "etc"]
@@ -130,13 +139,18 @@ class Device:
         """Adds an address or a route; the words are those of ip(8)."""
         subprocess.run(["nsenter", "-t", self.pid, "-n", "ip", *words], check=True)
 
+    def serve_locally(self):
+        """Moves the servers' addresses to the device, so that they answer whatever the state of its eth0."""
+        self.change("".join(f"ip addr add {server} dev lo\n" for server in NAME_SERVERS + WEB_SERVERS))
+        self.servers = self.network
+
     def listen(self, address, port, kind, serve):
-        """Starts a server thread in the Internet's network, to which its socket then belongs."""
+        """Starts a server thread in the network of the servers, to which its socket then belongs."""
         ready = threading.Event()
 
         def work():
-            with open(f"/proc/{self.pid}/ns/net") as internet:
-                assert ctypes.CDLL(None).setns(internet.fileno(), 0) == 0
+            with open(self.servers) as network:
+                assert ctypes.CDLL(None).setns(network.fileno(), 0) == 0
             family, _, _, _, target = socket.getaddrinfo(address, port, type=kind)[0]
             listener = socket.socket(family, kind)
             listener.bind(target)
@@ -156,7 +170,7 @@ class Device:
         def serve(listener, server):
             query, client = listener.recvfrom(65536)
             kind = query[-3]  # the query ends with its type and class
-            self.queries.append(Query(server, client[0], client[1]))
+            self.queries.append(Query(server, client[0], client[1], query))
             for step in steps:
                 if callable(step):
                     listener.sendto(step(query, kind), client)
@@ -191,16 +205,23 @@ class Device:
 
 @pytest.fixture
 def device(tmp_path):
-    announcement = tmp_path / "announcement"
-    os.mkfifo(announcement)
-    with subprocess.Popen(
+    errors = tmp_path / "errors"
+    reader, writer = os.pipe()
+    with errors.open("w") as stderr, open(reader) as announcement, subprocess.Popen(
         [PROJECT / "lab/laboratory", "cat"],
+        env={**os.environ, "LAB_ANNOUNCE": str(writer)},
+        pass_fds=[writer],
         stdin=subprocess.PIPE,
         stdout=subprocess.DEVNULL,
-        env={**os.environ, "LAB_ANNOUNCE": str(announcement)},
-    ) as holder:
-        yield Device(announcement.read_text())
-        holder.stdin.close()
+        stderr=stderr,
+    ) as laboratory:
+        os.close(writer)
+        ready, _, _ = select.select([announcement], [], [], 60)
+        announced = announcement.readline() if ready else ""
+        if announced:
+            yield Device(announced)
+        laboratory.kill()  # and with it everything in its namespaces
+    assert announced, f"no laboratory: {errors.read_text()}"
 
 
 @pytest.fixture
