@@ -6,14 +6,7 @@
 
 #include "folder.h"
 
-// The tools of each test inherit a variable A, and others that the test sets.
-struct ToolTest : FolderTest {
-    ToolTest()
-    {
-        clearenv();
-        setenv("A", "1", 1);
-    }
-};
+using ToolTest = FolderTest;
 
 static string output_of(const char* name, const char* argument = nullptr)
 {
@@ -35,12 +28,13 @@ TEST_F(ToolTest, MayBeAScriptWithoutInterpreterLine)
 
 TEST_F(ToolTest, InheritsTheFirst500VariablesButNotTheLocale)
 {
-    for (const char* name : {"LANG", "LANGUAGE", "LC_ALL", "LANGUAGES", "LCD"})
+    clearenv();
+    for (const char* name : {"LANG", "A", "LANGUAGE", "LC_ALL", "LANGUAGES", "LCD"})
         setenv(name, "1", 1);
     for (int i = 4; i <= 501; ++i)
         setenv(("V" + std::to_string(i)).c_str(), "", 1);
     const string inherited = output_of("/usr/bin/env");
-    EXPECT_EQ(inherited.substr(0, 32), "LANG=C\nA=1\nLANGUAGES=1\nLCD=1\nV4=");
+    EXPECT_EQ(inherited.find("LANG=C\nA=1\nLANGUAGES=1\nLCD=1\nV4="), 0U);
     EXPECT_EQ(inherited.substr(inherited.size() - 12), "V499=\nV500=\n");
 }
 
