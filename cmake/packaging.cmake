@@ -1,6 +1,6 @@
 # What is installed where, and the Debian package that is made of it.
-include(GNUInstallDirs)
-
+install_directories("" ${CMAKE_INSTALL_SBINDIR} ${CMAKE_INSTALL_BINDIR}
+  ${CMAKE_INSTALL_MANDIR}/man1 ${CMAKE_INSTALL_MANDIR}/man8 ${CMAKE_INSTALL_DOCDIR}/examples)
 install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
 install(PROGRAMS scripts/tolvane-explain scripts/tolvane-wait DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES docs/tolvane-explain.1 docs/tolvane-wait.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -8,6 +8,16 @@ install(FILES docs/tolvane.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
 install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
+
+# The source package: the committed tree, with the same bytes each time.
+set(dist ${PROJECT_NAME}-${PROJECT_VERSION})
+add_custom_target(dist
+  COMMAND git -C ${CMAKE_CURRENT_SOURCE_DIR} -c tar.umask=0022 archive --prefix=${dist}/
+    --output=${CMAKE_BINARY_DIR}/${dist}.tar HEAD
+  COMMAND gzip -9nf ${dist}.tar
+  COMMAND ${CMAKE_COMMAND} -E sha256sum ${dist}.tar.gz > ${dist}.tar.gz.sha256
+  COMMAND ${CMAKE_COMMAND} -E cat ${dist}.tar.gz.sha256
+  WORKING_DIRECTORY ${CMAKE_BINARY_DIR} VERBATIM)
 
 # dpkg-shlibdeps looks for the libraries among the packages of the build machine. An older CPack would leave out what
 # CPACK_PRE_BUILD_SCRIPTS adds.
@@ -17,6 +27,7 @@ endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tolvane)
+set(CPACK_DEBIAN_PACKAGE_RELEASE "" CACHE STRING "Debian's revision: 1, 2 and so on for builds with other hosts")
 set(CPACK_PACKAGE_VENDOR Varnoko)
 set(CPACK_PACKAGE_CONTACT "Varnoko <support@varnoko.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Internet connection checker for embedded devices")
@@ -35,9 +46,13 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "busybox | busybox-static")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/conffiles)
+set(debian_control_files conffiles postinst prerm postrm)
+list(TRANSFORM debian_control_files PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${debian_control_files})
 set(CPACK_TOLVANE_SOURCE ${CMAKE_CURRENT_SOURCE_DIR})
 set(CPACK_TOLVANE_DOCDIR usr/${CMAKE_INSTALL_DOCDIR})
 set(CPACK_TOLVANE_MANDIR usr/${CMAKE_INSTALL_MANDIR})
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/packaging/debian/complete-tree.cmake)
 include(CPack)
+# CPack's own source package would contain every build directory; the target "dist" makes one.
+file(REMOVE ${CMAKE_BINARY_DIR}/CPackSourceConfig.cmake)

@@ -1,7 +1,5 @@
 # The files of the probe server that name hosts, made in the build directory from the host slots: the laboratory uses
 # them too. "cmake --install BUILD --component server" installs them with the rest of server/; a device gets none.
-include(GNUInstallDirs)
-
 # A device's image build may copy only the sources that it needs.
 if(NOT EXISTS ${PROJECT_SOURCE_DIR}/server)
   return()
@@ -49,6 +47,8 @@ function(tolvane_server_files)
   endforeach()
 
   set(as_server COMPONENT server EXCLUDE_FROM_ALL)
+  install_directories("${as_server}"
+    ${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_DATADIR}/tolvane-server lib/systemd/system)
   install(PROGRAMS server/make-probe-documents server/check-probe-server
     DESTINATION ${CMAKE_INSTALL_BINDIR} ${as_server})
   install(FILES ${made}/nginx.conf ${made}/probe.zone ${made}/hosts server/lighttpd.conf server/README.md

@@ -20,10 +20,22 @@ file(WRITE ${copyright_file}
   "Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/\n\n"
   "Files: *\nCopyright: ${copyright}\nLicense: Expat\n${text}\n")
 
-file(COPY ${copyright_file} ${debian}/changelog ${debian}/README.Debian DESTINATION ${documents}
+# A version with a revision has a changelog of another name (Debian Policy 12.7), which knows the revision.
+set(changelog ${debian}/changelog)
+if(CPACK_DEBIAN_PACKAGE_RELEASE)
+  set(changelog ${CPACK_TOPLEVEL_DIRECTORY}/changelog.Debian)
+  string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
+  file(READ ${debian}/changelog changes)
+  file(WRITE ${changelog}
+    "tolvane (${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}) unstable; urgency=medium\n\n"
+    "  * Another build.\n\n -- ${CPACK_PACKAGE_CONTACT}  ${now}\n\n${changes}")
+endif()
+
+file(COPY ${copyright_file} ${changelog} ${debian}/README.Debian DESTINATION ${documents}
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 
-file(COPY ${debian}/tolvane.service ${debian}/tolvane.timer
+file(GLOB units ${debian}/../systemd/*)
+file(COPY ${units}
   DESTINATION ${CPACK_TEMPORARY_DIRECTORY}/usr/lib/systemd/system
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(defaults ${CPACK_TEMPORARY_DIRECTORY}/etc/default)
@@ -31,8 +43,9 @@ file(COPY ${debian}/tolvane.default DESTINATION ${defaults}
   FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 file(RENAME ${defaults}/tolvane.default ${defaults}/tolvane)
 
+get_filename_component(changelog_name ${changelog} NAME)
 file(GLOB pages ${manuals}/man*/*)
-execute_process(COMMAND gzip -9n ${documents}/changelog ${pages} RESULT_VARIABLE status)
+execute_process(COMMAND gzip -9n ${documents}/${changelog_name} ${pages} RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "gzip ended with ${status}")
 endif()
