@@ -110,12 +110,12 @@ class Device:
             assert self.files() == files
         return run
 
-    def run_each(self, cases):
-        """Runs the checker once after each of the shell commands. Returns statuses, printed lines and result files."""
-        end = "printf '\\f%d\\f' $?; cat /tmp/tolvaneresult; printf '\\f'\n"
-        self.write("/sbin/cases", "".join(f"{command}\ntolvane -d {options}\n{end}" for command, options in cases))
+    def run_each(self, commands, options):
+        """Runs the checker once after each shell command. Returns statuses, printed lines, words of the result file."""
+        run = f"tolvane -d {options}; printf '\\f%d\\f' $?; cat /tmp/tolvaneresult; printf '\\f'\n"
+        self.write("/sbin/cases", "".join(f"{command}\n{run}" for command in commands))
         words = self.command("sh", "-c", ". cases 2>/dev/null", limit=300).out.split("\f")
-        return [(int(code), out, stored.split()) for out, code, stored in zip(*[iter(words)] * 3)]
+        return [(int(code), out, stored.split()) for out, code, stored in zip(words[::3], words[1::3], words[2::3])]
 
     def files(self):
         places = [self.root / "tmp", self.root / "etc"]
