@@ -40,12 +40,12 @@ TEST_F(ToolTest, InheritsTheFirst500VariablesButNotTheLocale)
 
 TEST_F(ToolTest, IsTheFirstExecutableFileInPath)
 {
-    std::filesystem::create_directory("1");
-    std::filesystem::create_directory("2");
-    write_file("1/tool", "#!/bin/sh\necho 1\n");
+    std::filesystem::create_directory("first");
+    std::filesystem::create_directory("last");
+    write_file("first/tool", "#!/bin/sh\necho first\n");
     write_file("tool", "#!/bin/sh\necho here\n", 0755);
-    write_file("2/tool", "#!/bin/sh\necho 2\n", 0755);
-    setenv("PATH", "missing:1::2", 1);
+    write_file("last/tool", "#!/bin/sh\necho last\n", 0755);
+    setenv("PATH", "missing:first::last", 1);
     EXPECT_EQ(output_of("tool"), "here\n");
     unsetenv("PATH"); // for later tests
 }
