@@ -2,37 +2,30 @@
 
 #include <net/if.h>
 
-#include <list>
 #include <sstream>
 
 #include "cases.h"
-
-struct Entry {
-    string name;
-    sockaddr_in6 address;
-    ifaddrs head;
-};
 
 // The chosen interface, and the link-local address of a. The system's addresses are given as pairs NAME ADDRESS; the
 // interface "down" is down.
 static string choice(const string& pairs)
 {
-    ifaddrs without_address = {};
-    without_address.ifa_flags = IFF_UP;
-    ifaddrs* last = &without_address;
-    std::list<Entry> entries;
+    string names[13];
+    sockaddr_in6 addresses[13] = {};
+    ifaddrs list[13] = {}; // begins with an interface without an address
+    list[0].ifa_flags = IFF_UP;
     std::istringstream words(pairs);
-    for (string name, address; words >> name >> address;) {
-        Entry& entry = entries.emplace_back(Entry{name, {}, {}});
-        const bool is_ipv6 = inet_pton(AF_INET6, address.c_str(), &entry.address.sin6_addr) == 1;
-        entry.address.sin6_family = is_ipv6 ? AF_INET6 : AF_INET;
-        entry.head.ifa_name = entry.name.data();
-        entry.head.ifa_flags = name == "down" ? 0 : IFF_UP;
-        entry.head.ifa_addr = reinterpret_cast<sockaddr*>(&entry.address);
-        last = last->ifa_next = &entry.head;
+    string address;
+    for (int i = 1; words >> names[i] >> address; ++i) {
+        const bool is_ipv6 = inet_pton(AF_INET6, address.c_str(), &addresses[i].sin6_addr) == 1;
+        addresses[i].sin6_family = is_ipv6 ? AF_INET6 : AF_INET;
+        list[i].ifa_name = names[i].data();
+        list[i].ifa_flags = names[i] == "down" ? 0 : IFF_UP;
+        list[i].ifa_addr = reinterpret_cast<sockaddr*>(&addresses[i]);
+        list[i - 1].ifa_next = &list[i];
     }
-    const char* chosen = choose_ipv6_interface(&without_address);
-    const in6_addr* link_local = link_local_address(&without_address, "a");
+    const char* chosen = choose_ipv6_interface(list);
+    const in6_addr* link_local = link_local_address(list, "a");
     char text[INET6_ADDRSTRLEN] = "";
     if (link_local != nullptr)
         inet_ntop(AF_INET6, link_local, text, sizeof text);
