@@ -1,13 +1,23 @@
 # What is installed where, and the Debian package that is made of it.
 install_directories("" ${CMAKE_INSTALL_SBINDIR} ${CMAKE_INSTALL_BINDIR}
   ${CMAKE_INSTALL_MANDIR}/man1 ${CMAKE_INSTALL_MANDIR}/man8 ${CMAKE_INSTALL_DOCDIR}/examples)
+
+# What names the probe hosts is made in the build directory.
+foreach(file docs/tolvane.8 scripts/tolvane-explain)
+  configure_file(${PROJECT_SOURCE_DIR}/${file} ${PROJECT_BINARY_DIR}/${file} @ONLY)
+endforeach()
+
 install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
-install(PROGRAMS scripts/tolvane-explain scripts/tolvane-wait DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(PROGRAMS scripts/tolvane-run DESTINATION ${CMAKE_INSTALL_SBINDIR})
+install(PROGRAMS ${PROJECT_BINARY_DIR}/scripts/tolvane-explain scripts/tolvane-wait
+  DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES docs/tolvane-explain.1 docs/tolvane-wait.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES docs/tolvane.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
-install(PROGRAMS scripts/cron-tolvane scripts/hotplug-tolvane DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES ${PROJECT_BINARY_DIR}/docs/tolvane.8 docs/tolvane-run.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
+set(examples ${CMAKE_INSTALL_DOCDIR}/examples)
+install(PROGRAMS scripts/hotplug-tolvane scripts/prometheus-hook DESTINATION ${examples})
+install(FILES docs/tolvane.rules.yml DESTINATION ${examples})
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
-install(FILES docs/tolvane.cfg.example DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples RENAME tolvane.cfg)
+install(FILES docs/tolvane.cfg.example DESTINATION ${examples} RENAME tolvane.cfg)
 
 # The source package: the committed tree, with the same bytes each time.
 set(dist ${PROJECT_NAME}-${PROJECT_VERSION})
