@@ -171,20 +171,20 @@ def test_hooks_and_a_full_directory_harm_nothing(device):
 
 @every_shell
 @pytest.mark.parametrize("statuses, options, code, checks", [
-    pytest.param("85 25 17", "-p 1 -46 -i eth1", 0, 3, id="both must work"),
-    pytest.param("85 25", "-p 1 -a -46", 0, 2, id="one family is enough"),
-    pytest.param("9 9", "-t 0", 1, 1, id="a single check"),
-    pytest.param("9 9 9", "-t 9 -p 60", 1, 2, id="a last check before the time is up"),
-    pytest.param("hangs", "-t 1", 1, 1, id="a check that takes too long"),
-    pytest.param("127", "", 2, 1, id="no checker"),
-    pytest.param("17", "-46 -x", 2, 0, id="an unknown option"),
+    pytest.param("85 25 17", "-p 1 -46 -i eth1", 0, [3], id="both must work"),
+    pytest.param("85 25", "-p 1 -a -46", 0, [2], id="one family is enough"),
+    pytest.param("9 9", "-t 0", 1, [1], id="a single check"),
+    pytest.param("9 9 9 9 9", "-t 9 -p 60", 1, range(2, 6), id="a last check before the time is up"),
+    pytest.param("hangs", "-t 1", 1, [1], id="a check that takes too long"),
+    pytest.param("127", "", 2, [1], id="no checker"),
+    pytest.param("17", "-46 -x", 2, [0], id="an unknown option"),
 ])
 def test_waiting(device, statuses, options, code, checks):
     done = device(WAIT, "-j", *options.split(), STATUSES=statuses, HANGS="/dev/null")
     assert done.returncode == code
     assert re.search("(?m)^tolvane-wait: ", done.stderr)
     assert code == 2 or json.loads(done.stdout)["status"] in (142, int(statuses.split()[-1].replace("hangs", "142")))
-    assert device.log.read_text().count("checks") == checks
+    assert device.log.read_text().count("checks ") in checks
 
 
 @pytest.mark.parametrize("uci, logged", [
