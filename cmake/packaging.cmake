@@ -19,7 +19,7 @@ install(FILES docs/tolvane.rules.yml DESTINATION ${examples})
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${examples} RENAME tolvane.cfg)
 
-# The source package: the committed tree, with the same bytes each time.
+# The source package: the committed tree, with the same bytes each time; and OpenWrt's package directory with its hash.
 set(dist ${PROJECT_NAME}-${PROJECT_VERSION})
 add_custom_target(dist
   COMMAND git -C ${CMAKE_CURRENT_SOURCE_DIR} -c tar.umask=0022 archive --prefix=${dist}/
@@ -27,6 +27,9 @@ add_custom_target(dist
   COMMAND gzip -9nf ${dist}.tar
   COMMAND ${CMAKE_COMMAND} -E sha256sum ${dist}.tar.gz > ${dist}.tar.gz.sha256
   COMMAND ${CMAKE_COMMAND} -E cat ${dist}.tar.gz.sha256
+  COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_CURRENT_SOURCE_DIR}/packaging/openwrt openwrt
+  COMMAND sh -c "read -r hash _ <$1.tar.gz.sha256; sed -i \"s/^PKG_HASH:=.*/PKG_HASH:=$hash/\" openwrt/tolvane/Makefile"
+    sh ${dist}
   WORKING_DIRECTORY ${CMAKE_BINARY_DIR} VERBATIM)
 
 # dpkg-shlibdeps looks for the libraries among the packages of the build machine. An older CPack would leave out what
