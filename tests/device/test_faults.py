@@ -21,7 +21,6 @@ def test_useless_file_costs_no_time(online, make):
     run = online.run()
     assert run.code == 1
     assert run.seconds < 2
-    assert run.cpu < 0.5
 
 
 BY_USER = f"chown -h 54321 {AUTO}"
@@ -135,7 +134,6 @@ NO_ROOM = 'ulimit -f 0; "$@"; code=$?; [ ! -e /tmp/tolvaneresult ] && exit $code
     pytest.param('rm /bin/md5sum; exec "$@"', [], 10, MISMATCH, id="no-md5sum"),
     pytest.param('rm /sbin/ifconfig; exec "$@"', ["-trm", "eth0"], 3, "", id="no-ifconfig"),
     pytest.param('rm /bin/sh; exec "$@"', [], 1, WORKS, marks=unhosted, id="no-shell"),
-    pytest.param('exec env -i /sbin/"$@"', [], 1, WORKS, id="no-environment"),
 ])
 def test_surroundings(online, shell, arguments, code, out):
     run = online.run("-nrt", "-d", *arguments, shell=shell)
