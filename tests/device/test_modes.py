@@ -129,16 +129,23 @@ def test_each_memory_with_each_outcome(device, mode, age, options):
             assert now <= stamp < now + 300 if is_probed else stamp == (now - age if is_kept else 0), case
 
 
-# The manual's table of the probe documents, with the default hosts for its slots.
+def probe_documents():
+    """The rows of the manual's list, with the default hosts for its slots."""
+    blocks = re.findall(r"@TOLVANE_V4_HOST_(.)@\n.*@TOLVANE_V6_HOST_\1@\n((?: *-dev\d .*\n)+)", MANUAL)
+    for slot, documents in blocks:
+        hosts = [f"v{version}-{slot.lower()}.probe.varnoko.example" for version in (4, 6)]
+        for option, path in re.findall(r"(-dev\d) +(/\S+)", documents):
+            yield option, hosts, path
+
+
 def test_each_device_class_asks_for_its_document(online):
-    rows = re.findall(r"(?m)^\.It (\d) .*V4_HOST_([ABC]).*V6_HOST_([ABC]).* (/\S+)$", MANUAL)
+    rows = list(probe_documents())
     assert len(rows) == 6
-    for device_class, *slots, path in rows:
-        run = online.run("-46", f"-dev{device_class}")
+    for option, hosts, path in rows:
+        run = online.run("-46", option)
         assert run.code == 17
         assert run.out == ""
-        for version, slot, query, request in zip("46", slots, online.queries[-2:], online.requests[-2:]):
-            host = f"v{version}-{slot.lower()}.probe.varnoko.example"
+        for host, query, request in zip(hosts, online.queries[-2:], online.requests[-2:]):
             assert host.replace(".", "?").encode() in re.sub(rb"[\x01-\x1f]", b"?", query.message)
             assert request.decode() == f"GET {path} HTTP/1.0\r\nHost: {host}:80\r\n\r\n"
 
