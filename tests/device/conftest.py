@@ -24,11 +24,10 @@ unhosted = pytest.mark.skipif("TOLVANE_HOSTED" in os.environ, reason="would limi
 NAME_SERVERS = ["198.51.100.53", "2001:db8:53::53"]
 WEB_SERVERS = ["203.0.113.80", "2001:db8:80::80"]
 A = 1
-CNAME = 5
 AAAA = 28
 RESET = object()  # a step of a web script: end the connection with a reset
 
-Result = namedtuple("Result", "code out err seconds")
+Result = namedtuple("Result", "code out err seconds cpu")
 Query = namedtuple("Query", "server address port message")
 
 
@@ -89,9 +88,11 @@ class Device:
         command += ["chroot", "/mnt/device", "env", "-i", "PATH=/sbin:/bin"]
         command += [f"{name}={value}" for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")]
         command += words
-        start = time.monotonic()
+        before = os.times()
         done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, timeout=limit, encoding="latin-1")
-        return Result(done.returncode, done.stdout, done.stderr, time.monotonic() - start)
+        after = os.times()
+        cpu = after.children_user + after.children_system - before.children_user - before.children_system
+        return Result(done.returncode, done.stdout, done.stderr, after.elapsed - before.elapsed, cpu)
 
     def change(self, command):
         """Runs a shell command that prepares the device."""

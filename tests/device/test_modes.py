@@ -176,11 +176,3 @@ def test_wrong_document_at_a_private_address(device):
     device.web([BAD_PAGE], servers=["172.31.0.1"])
     assert device.run().code == 8
     assert len(device.requests) == 3  # attempts
-
-
-def test_refused_command_line_leaves_no_trace(device):
-    device.write("/tmp/tolvaneresult", "17\n0\n")
-    refused = device.run("-d", "-x", "-v")
-    assert refused.code == 255
-    assert refused.out == ""
-    assert device.result_file.read_text() == "17\n0\n"
