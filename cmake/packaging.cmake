@@ -2,17 +2,19 @@
 install_directories("" ${CMAKE_INSTALL_SBINDIR} ${CMAKE_INSTALL_BINDIR}
   ${CMAKE_INSTALL_MANDIR}/man1 ${CMAKE_INSTALL_MANDIR}/man8 ${CMAKE_INSTALL_DOCDIR}/examples)
 
-# What names the probe hosts is made in the build directory.
+# What names the probe hosts is made below the build directory, never in place of a source: Buildroot and OpenWrt build in
+# the source tree itself.
+set(with_hosts ${PROJECT_BINARY_DIR}/with-hosts)
 foreach(file docs/tolvane.8 scripts/tolvane-explain)
-  configure_file(${PROJECT_SOURCE_DIR}/${file} ${PROJECT_BINARY_DIR}/${file} @ONLY)
+  configure_file(${PROJECT_SOURCE_DIR}/${file} ${with_hosts}/${file} @ONLY)
 endforeach()
 
 install(TARGETS tolvane DESTINATION ${CMAKE_INSTALL_SBINDIR})
 install(PROGRAMS scripts/tolvane-run DESTINATION ${CMAKE_INSTALL_SBINDIR})
-install(PROGRAMS ${PROJECT_BINARY_DIR}/scripts/tolvane-explain scripts/tolvane-wait
+install(PROGRAMS ${with_hosts}/scripts/tolvane-explain scripts/tolvane-wait
   DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES docs/tolvane-explain.1 docs/tolvane-wait.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES ${PROJECT_BINARY_DIR}/docs/tolvane.8 docs/tolvane-run.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
+install(FILES ${with_hosts}/docs/tolvane.8 docs/tolvane-run.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
 set(examples ${CMAKE_INSTALL_DOCDIR}/examples)
 install(PROGRAMS scripts/hotplug-tolvane scripts/prometheus-hook DESTINATION ${examples})
 install(FILES docs/tolvane.rules.yml DESTINATION ${examples})
