@@ -16,7 +16,7 @@ install(PROGRAMS ${with_hosts}/scripts/tolvane-explain scripts/tolvane-wait
 install(FILES docs/tolvane-explain.1 docs/tolvane-wait.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${with_hosts}/docs/tolvane.8 docs/tolvane-run.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
 set(examples ${CMAKE_INSTALL_DOCDIR}/examples)
-install(PROGRAMS scripts/hotplug-tolvane scripts/prometheus-hook DESTINATION ${examples})
+install(PROGRAMS scripts/prometheus-hook DESTINATION ${examples})
 install(FILES docs/tolvane.rules.yml DESTINATION ${examples})
 # An example only: a file at /etc/tolvane.cfg would change how a failed check ends.
 install(FILES docs/tolvane.cfg.example DESTINATION ${examples} RENAME tolvane.cfg)

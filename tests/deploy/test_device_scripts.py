@@ -12,7 +12,7 @@ from conftest import ROOT, every_shell, run
 EXPLAIN = "scripts/tolvane-explain"
 RUN = "scripts/tolvane-run"
 WAIT = "scripts/tolvane-wait"
-HOTPLUG = "scripts/hotplug-tolvane"
+HOTPLUG = "packaging/openwrt/tolvane/files/tolvane.hotplug"
 EVERY_STATUS = 'for status in $(seq 0 255); do (set -- -j "$status"; . "$0"); done; exit 0'
 LOGGER = 'logger() { echo "$3" >>"$LOG"; }\n'
 WITHOUT_FLOCK = "command() { return 1; }\n"
