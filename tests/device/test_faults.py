@@ -16,7 +16,7 @@ def test_endless_file_costs_no_time(online):
     online.change(f"truncate -s 1000G {AUTO}")
     run = online.run()
     assert run.code == 1
-    assert run.seconds < 2
+    assert run.seconds < 10
 
 
 BY_USER = f"chown -h 54321 {AUTO}"
