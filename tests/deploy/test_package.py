@@ -8,11 +8,12 @@ from pathlib import Path
 import pytest
 from conftest import ROOT, install, run
 
-DOC = "usr/share/doc/tolvane"
 UNITS = "usr/lib/systemd/system"
+TIMER = "etc/systemd/system/timers.target.wants/tolvane.timer"
+
 
 def files(root):
-    """Modes and paths of what is below `root`, except dpkg's own files."""
+    """Modes and paths of what is below `root`, except what dpkg and systemd note."""
     listed = run("find", "-path", "./var", "-prune", "-o", "!", "-type", "d", "-printf", "%m %P\n", cwd=root)
     return set(listed.splitlines())
 
@@ -60,7 +61,7 @@ def package(build, tmp_path_factory):
 
 
 def dpkg(root, *arguments):
-    options = [f"--root={root}", "--log=/dev/null", "--force-depends", "--path-include=*"]
+    options = [f"--root={root}", "--log=/dev/null", "--force-depends,script-chrootless", "--path-include=*"]
     run("fakeroot", "dpkg", *options, *arguments)
 
 
@@ -70,9 +71,14 @@ def test_debian_policy(package):
 
 def test_debian_package_comes_and_goes(package, tmp_path):
     dpkg(tmp_path, "--install", package)
-    assert {"755 usr/sbin/tolvane", f"644 {DOC}/examples/tolvane.cfg"} <= files(tmp_path)
+    assert {"755 usr/sbin/tolvane", "644 usr/share/doc/tolvane/examples/tolvane.cfg"} <= files(tmp_path)
+    assert not (tmp_path / TIMER).is_symlink()
+    run("systemctl", f"--root={tmp_path}", "enable", "tolvane.timer")
+    dpkg(tmp_path, "--install", package)
     dpkg(tmp_path, "--remove", "tolvane")
-    assert files(tmp_path) == {"644 etc/default/tolvane"}, "a user's options stay"
+    assert files(tmp_path) == {"644 etc/default/tolvane", f"777 {TIMER}"}, "a user's choices stay"
+    dpkg(tmp_path, "--purge", "tolvane")
+    assert files(tmp_path) == set()
 
 
 def test_systemd_accepts_the_units(build, package, tmp_path):
