@@ -88,8 +88,8 @@ if(TOLVANE_HARDENING)
   endif()
   # Only x86 has this.
   prefer_compiler_flag(-fcf-protection "cf-protection")
-  # On MIPS, relro protects 24 bytes of the program, not the table of the functions' addresses, and takes 40 KiB: what it
-  # protects ends at the end of a page, and kernels for MIPS have pages of 4, 16 or 64 KiB.
+  # On MIPS, relro protects 24 bytes of the program, not the table of the functions' addresses, and takes 40 KiB: what
+  # it protects ends at the end of a page, and kernels for MIPS have pages of 4, 16 or 64 KiB.
   if(CMAKE_SYSTEM_PROCESSOR MATCHES "^mips")
     prefer_linker_flag(-Wl,-z,norelro "relro")
   else()
@@ -108,7 +108,8 @@ prefer_compiler_flag(-ffunction-sections "function-sections")
 prefer_compiler_flag(-fdata-sections "data-sections")
 prefer_linker_flag(-Wl,--gc-sections "gc-sections")
 # The C compiler links the program, and reads only its own compiler's link-time information.
-if("${CMAKE_C_COMPILER_ID} ${CMAKE_C_COMPILER_VERSION}" STREQUAL "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}"
+set(linker "${CMAKE_C_COMPILER_ID} ${CMAKE_C_COMPILER_VERSION}")
+if(linker STREQUAL "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION}"
     AND NOT DEFINED CMAKE_INTERPROCEDURAL_OPTIMIZATION AND NOT packager_flags MATCHES "-flto|-fno-lto")
   check_ipo_supported(RESULT CMAKE_INTERPROCEDURAL_OPTIMIZATION OUTPUT reason LANGUAGES CXX)
 endif()

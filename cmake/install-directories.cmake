@@ -1,5 +1,5 @@
-# install_directories("INSTALL-OPTIONS" DIRECTORY...): installation begins with those directories that are missing. CMake would
-# apply the user's umask to them, but not to the files, and a web server could not read what is in them.
+# install_directories("INSTALL-OPTIONS" DIRECTORY...): installation begins with those directories that are missing.
+# CMake would apply the user's umask to them, but not to the files, and a web server could not read what is in them.
 include(GNUInstallDirs)
 
 function(install_directories options)
