@@ -20,7 +20,7 @@ TOLVANE_CONF_OPTS = \
 TOLVANE_PRE_BUILD_HOOKS += TOLVANE_CONFIGURE_CMDS
 
 # The checker needs ifconfig in its classic form and md5sum, the scripts next to
-# it the rest, which Buildroot's minimal configuration lacks.
+# it the rest. Buildroot's minimal configuration lacks some of them.
 define TOLVANE_BUSYBOX_CONFIG_FIXUPS
 	$(call KCONFIG_ENABLE_OPT,CONFIG_IFCONFIG)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_FEATURE_IFCONFIG_STATUS)
@@ -34,6 +34,7 @@ define TOLVANE_BUSYBOX_CONFIG_FIXUPS
 	$(call KCONFIG_ENABLE_OPT,CONFIG_HEAD)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_KILL)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_LOGGER)
+	$(call KCONFIG_ENABLE_OPT,CONFIG_LS)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_MKDIR)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_MV)
 	$(call KCONFIG_ENABLE_OPT,CONFIG_RM)
