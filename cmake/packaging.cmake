@@ -29,7 +29,8 @@ add_custom_target(dist
   COMMAND gzip -9nf ${dist}.tar
   COMMAND ${CMAKE_COMMAND} -E sha256sum ${dist}.tar.gz > ${dist}.tar.gz.sha256
   COMMAND ${CMAKE_COMMAND} -E cat ${dist}.tar.gz.sha256
-  COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_CURRENT_SOURCE_DIR}/packaging/openwrt openwrt
+  COMMAND ${CMAKE_COMMAND} -E rm -rf openwrt
+  COMMAND tar -xzf ${dist}.tar.gz --strip-components=2 ${dist}/packaging/openwrt
   COMMAND sh -c "read -r hash _ <$1.tar.gz.sha256; sed -i \"s/^PKG_HASH:=.*/PKG_HASH:=$hash/\" openwrt/tolvane/Makefile"
     sh ${dist}
   WORKING_DIRECTORY ${CMAKE_BINARY_DIR} VERBATIM)
