@@ -1,6 +1,6 @@
 SUMMARY = "Internet connection checker for embedded devices"
-DESCRIPTION = "Tells by its exit status whether the maker's probe servers are reached over IPv4, over IPv6 or over both, \
-and if not, which stage fails."
+DESCRIPTION = "Tells by its exit status whether the maker's probe servers are reached over IPv4, over IPv6 or over \
+both, and if not, which stage fails."
 HOMEPAGE = "https://www.varnoko.example/tolvane/"
 SECTION = "net"
 LICENSE = "MIT"
@@ -8,12 +8,26 @@ LIC_FILES_CHKSUM = "file://LICENSE;md5=f7744c15ab7c5d1e1d7fa9db483f0e8c"
 
 inherit cmake systemd
 
-# The source tree that this recipe is part of; a copy of the recipe in another layer needs a value of its own. It is
-# copied, so that it can be read-only.
+# The source tree that this recipe is part of; a copy of the recipe in another layer needs a value of its own.
 TOLVANE_TREE ?= "${@os.path.abspath(d.getVar('FILE_DIRNAME') + '/../..')}"
-SRC_URI = "${@' '.join('file://' + os.path.join(d.getVar('TOLVANE_TREE'), part) for part in d.getVar('TOLVANE_PARTS').split())}"
-TOLVANE_PARTS = "CMakeLists.txt LICENSE cmake docs include packaging/debian packaging/systemd scripts src"
+SRC_URI = " \
+    file://${TOLVANE_TREE}/CMakeLists.txt \
+    file://${TOLVANE_TREE}/LICENSE \
+    file://${TOLVANE_TREE}/cmake \
+    file://${TOLVANE_TREE}/docs \
+    file://${TOLVANE_TREE}/include \
+    file://${TOLVANE_TREE}/packaging/debian \
+    file://${TOLVANE_TREE}/packaging/systemd \
+    file://${TOLVANE_TREE}/scripts \
+    file://${TOLVANE_TREE}/src \
+"
 S = "${UNPACKDIR}${TOLVANE_TREE}"
+
+# A read-only tree has a read-only copy, which BitBake could not remove.
+do_unpack[postfuncs] += "make_copy_writable"
+make_copy_writable() {
+    chmod -R u+w ${S}
+}
 
 # DNS names of the probe servers, for local.conf or a .bbappend. For one of the six slots:
 # EXTRA_OECMAKE:append:pn-tolvane = " -DTOLVANE_V4_HOST_A=old4.example.com"
@@ -27,7 +41,7 @@ do_configure:append() {
     fi
 }
 
-SYSTEMD_SERVICE:${PN} = "tolvane.timer tolvane-online.service"
+SYSTEMD_SERVICE:${PN} = "tolvane.timer tolvane.service tolvane-online.service"
 SYSTEMD_AUTO_ENABLE = "disable"
 
 do_install:append() {
