@@ -1,3 +1,2 @@
-# Only where it is asked for: the layer by itself changes no other recipe.
-FILESEXTRAPATHS:prepend := "${@'${THISDIR}/busybox:' if d.getVar('TOLVANE_BUSYBOX') == '1' else ''}"
-SRC_URI += "${@'file://tolvane.cfg' if d.getVar('TOLVANE_BUSYBOX') == '1' else ''}"
+# Included only where it is asked for: a condition in a variable would already change BusyBox's signature.
+require ${@'busybox/tolvane.inc' if d.getVar('TOLVANE_BUSYBOX') == '1' else ''}
