@@ -20,11 +20,6 @@ struct Case {
     int line = __builtin_LINE();
 };
 
-inline void PrintTo(const Case& row, std::ostream* stream)
-{
-    *stream << testing::PrintToString(row.in);
-}
-
 // CASES(SplitProbeUrl, split, URLS) makes a test of each row, SplitProbeUrl.Case/NAME.
 #define CASES(suite, give, rows)                                                                                       \
     using suite = testing::TestWithParam<Case>;                                                                        \

@@ -30,12 +30,10 @@ const Case COMMAND_LINES[] = {
     {"list_and_last_class", "-TrM a,b -dev2 -dev3 -dev4 -dev5", "4 52 eth0 [a,b] 3"},
     {"last_mode_and_families", "-trm a,b -et -6 -46", "46 11 eth0 [a,b] 3"},
     {"options_as_values", "-i -d -trm -v", "4 12 -d [-v] 3"},
-    {"interface_after_woi", "-woi -I eth2", "4 11 eth2 [] 3 unexamined"},
     {"missing_interface", "-i", "4 11 eth0 [] 3"},
     {"longest_values", "-i " + times(19, "n") + " -trm " + times(69, "l"),
      "4 12 " + times(19, "n") + " [" + times(69, "l") + "] 3"},
     {"too_long_interface", "-i " + times(20, "n"), "over"},
-    {"too_long_list", "-trm " + times(70, "l"), "over"},
 };
 
 CASES(CommandLine, settings_after, COMMAND_LINES);
