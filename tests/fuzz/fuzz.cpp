@@ -7,8 +7,6 @@
 
 #include "cli/result_file.h"
 #include "dns/dns_message.h"
-#include "netinfo/default_routes.h"
-#include "netinfo/ifconfig.h"
 #include "netinfo/resolver_files.h"
 #include "probe/probe_document.h"
 #include "probe/probe_url.h"
@@ -71,14 +69,6 @@ void dns_name(const string& input)
         require(position + dns_skip_name(message.data(), message.size(), position) <= message.size());
 }
 
-void ifconfig_line(const string& input)
-{
-    NetConfig config = {};
-    const IfconfigItems items = parse_ifconfig_line(exact_text(input).data(), config);
-    require(is_unset(config.ipv4_addr) || (items.ipv4_address && is_clean(IPV4, config.ipv4_addr)));
-    require(is_unset(config.ipv6_addr) || (items.global_ipv6_address && config.ipv6_addr.family == IPV6));
-}
-
 void resolver(const string& input)
 {
     for (const AddressFamily family : ADDRESS_FAMILIES) {
@@ -89,16 +79,6 @@ void resolver(const string& input)
         for (int i = 0; i < 8; ++i)
             require(is_untouched(servers[i]) || (i < count && is_clean(family, servers[i])));
         require(take_resolver_text(family, reader_of(input), servers, count) == std::min(8, 2 * count));
-    }
-}
-
-void routes(const string& input)
-{
-    for (const AddressFamily family : ADDRESS_FAMILIES) {
-        IpAddress gateway = UNTOUCHED;
-        const bool found = find_gateway(family, reader_of(input), {"eth0"}, gateway);
-        require(found ? is_clean(family, gateway) : is_untouched(gateway));
-        require(!found || input.find("eth0") != string::npos);
     }
 }
 
@@ -137,9 +117,8 @@ void probe_chunk(const string& input)
 }
 
 const std::map<string, void (*)(const string&)> TARGETS = {
-    {"config_file", config_file},     {"dns_name", dns_name},       {"dns_response", dns_response},
-    {"ifconfig_line", ifconfig_line}, {"probe_chunk", probe_chunk}, {"resolver", resolver},
-    {"result_file", result_file},     {"routes", routes},
+    {"config_file", config_file}, {"dns_name", dns_name}, {"dns_response", dns_response},
+    {"probe_chunk", probe_chunk}, {"resolver", resolver}, {"result_file", result_file},
 };
 
 } // namespace
