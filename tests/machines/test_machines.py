@@ -14,34 +14,18 @@ machine-network
 rm -f /tmp/*
 printf 'nameserver %s\\n' 198.51.100.53 2001:db8:53::53 >/etc/resolv.conf
 """
-ROUTES_TO_NOWHERE = """
-ip route add 203.0.113.80 via 192.0.2.66
-arp -s 192.0.2.66 00:00:5e:00:53:66
-ip -6 route add 2001:db8:80::80 via 2001:db8:0:1::66
-"""
-MANY_ROUTES = """
-for i in $(seq 9); do
-    ip route add 198.18.$i.0/24 via 192.0.2.1
-    ip -6 route add 2001:db8:$i::/48 via 2001:db8:0:1::1
-done
-"""
 WITHOUT_NEXT_HOP = """
 for version in 4 6; do
     ip -$version route del default
     ip -$version route add default dev eth0
 done
 """
-LINK_LOCAL_NEXT_HOP = "ip -6 route del default; ip -6 route add default via fe80::1 dev eth0\n"
 OUR_WEB_SERVER = "ip addr add 203.0.113.80/32 dev lo; ip addr add 2001:db8:80::80/128 dev lo\n"
 BEFORE_2038 = "date -s @2147483600; tolvane -trm eth0; date -s @2147483700\n"
 CASES = [
     pytest.param("tolvane -46", 17, id="both-families"),
     pytest.param(WITHOUT_NEXT_HOP + "tolvane -46", 5 + 80, id="default-routes-without-a-next-hop"),
-    pytest.param(MANY_ROUTES + "tolvane -46", 17, id="many-routes"),
-    pytest.param(LINK_LOCAL_NEXT_HOP + "tolvane -46", 17, id="link-local-next-hop"),
-    pytest.param("sed -i s/53$/99/ /etc/resolv.conf; tolvane -46", 8 + 128, id="silent-name-servers"),
     pytest.param("echo nameserver fe80::1 >/etc/resolv.conf; tolvane -46", 17, id="link-local-name-server"),
-    pytest.param(ROUTES_TO_NOWHERE + "tolvane -46 -nrt", 9 + 144, id="web-server-does-not-connect"),
     pytest.param("tolvane -trm eth1,eth0 -46 && exit 1; grep -qx 238 /tmp/tolvaneresult", 0, id="terminal-mode"),
     pytest.param(BEFORE_2038 + OUR_WEB_SERVER + "tolvane -trm eth0", 1, id="a-success-before-2038", marks=IN_64_BITS),
     pytest.param("date -s @4102444800; tolvane -trm eth0; grep -q ^41024448 /tmp/tolvaneresult", 0, id="in-2100",
