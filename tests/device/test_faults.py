@@ -28,8 +28,6 @@ ALIAS = "/sys/class/net/eth0/ifalias"
 @pytest.mark.parametrize("make, code", [
     pytest.param(f"ln -s {ENVIRONMENT} {AUTO}", 1, id="of-root-to-procfs"),
     pytest.param(f"ln -s ..{ALIAS} {AUTO}", 1, id="of-root-to-sysfs"),
-    pytest.param(f"ln -s {ENVIRONMENT} {AUTO}; {BY_USER}", 15, id="of-a-user-to-procfs"),
-    pytest.param(f"ln -s {ALIAS} {AUTO}; {BY_USER}", 15, id="of-a-user-to-sysfs"),
     pytest.param(f"ln -s {ENVIRONMENT} {AUTO}; {BY_USER}; ln -s {AUTO} /etc/resolv.conf", 15, id="of-root-by-a-users"),
     pytest.param(f"ln -s {ALIAS} {AUTO}; {BY_USER}; umount /proc", 15, id="of-a-user-without-proc"),
 ])

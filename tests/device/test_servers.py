@@ -76,7 +76,6 @@ NO_DOCUMENT = "checkserver=backup.example\n"
     pytest.param(["-6"], CONFIGURED, "", [[BAD_PAGE]], 160, 4, 4, id="fallback-has-one-attempt"),
     pytest.param([], CONFIGURED, "", [], 9, 4, 0, id="fallback-after-refused-connections"),
     pytest.param([], CONFIGURED, "backup", [[GOOD_PAGE]], 1, 2, 1, id="fallback-after-one-failed-query"),
-    pytest.param(["-nrt"], CONFIGURED, "v4-b", [[BAD_PAGE]], 8, 2, 1, id="outcome-of-the-fallback-counts"),
     pytest.param([], NO_DOCUMENT, "none", [], 10, 1, 0, id="fallback-without-a-document"),
 ])
 def test_attempts_and_fallback(device, arguments, config, known, scripts, code, queries, requests):
@@ -96,9 +95,7 @@ def test_attempts_and_fallback(device, arguments, config, known, scripts, code, 
 
 
 @pytest.mark.parametrize("script, code, seconds", [
-    pytest.param([4, GOOD_PAGE], 1, 4, id="late"),
     pytest.param([b"x", 0.5] * 11 + [GOOD_PAGE], 10, 5, id="trickle"),
-    pytest.param([GOOD_PAGE[:90], 1, GOOD_PAGE[90:]], 10, 0, id="split"),
     pytest.param([GOOD_PAGE[:90], 0.5, RESET], 10, 0, id="reset"),
     pytest.param([b"x" * 1023, 1, BAD_PAGE, 1, GOOD_PAGE], 1, 0, id="third-read"),
     pytest.param([DOCUMENT.rjust(1046)], 1, 0, id="digest-ends-with-the-read"),
