@@ -113,9 +113,6 @@ class Device:
         words = self.command("sh", "-c", ". cases 2>/dev/null", limit=300).out.split("\f")
         return [(int(code), out, stored.split()) for out, code, stored in zip(words[::3], words[1::3], words[2::3])]
 
-    def read(self, path):
-        return (self.root / path.lstrip("/")).read_text()
-
     def write(self, path, text):
         (self.root / path.lstrip("/")).write_text(text, encoding="latin-1")
 
@@ -130,11 +127,6 @@ class Device:
     def add_to_internet(self, *words):
         """Adds an address or a route; the words are those of ip(8)."""
         subprocess.run(["nsenter", "-t", self.pid, "-n", "ip", *words], check=True)
-
-    def serve_locally(self):
-        """Moves the servers' addresses to the device, so that they answer whatever the state of its eth0."""
-        self.change("".join(f"ip addr add {server} dev lo\n" for server in NAME_SERVERS + WEB_SERVERS))
-        self.servers = self.network
 
     def listen(self, address, port, kind, serve):
         """Starts a server thread in the network of the servers, to which its socket then belongs."""

@@ -78,8 +78,8 @@ def test_result_file_is_a_new_one(online, put):
     online.write(OTHER, "precious\n")
     online.install("/sbin/ifconfig", f'#!/bin/sh\n{put}\nexec busybox ifconfig "$@"\n')
     assert online.run("-trm", "eth0").code == 1
-    assert online.read(OTHER) == "precious\n"
-    assert online.read(RESULT).startswith("14\n")
+    assert (online.root / "tmp/other").read_text() == "precious\n"
+    assert online.result_file.read_text().startswith("14\n")
     status = online.result_file.stat()
     assert status.st_uid == 0
     assert oct(status.st_mode) == "0o100644"

@@ -15,10 +15,6 @@ from conftest import (
 )
 
 
-def nothing(_query, _kind):
-    return b""
-
-
 def longest_response(query, kind):
     answer = right_answer(query, kind)[len(query) :]
     room = 65507 - len(query) - len(record(AAAA, b"")) - len(answer)
@@ -26,7 +22,7 @@ def longest_response(query, kind):
 
 
 def test_each_useless_datagram_starts_the_wait_afresh(device):
-    device.dns(nothing, 1.5, no_record, 2, longest_response)
+    device.dns(lambda *_: b"", 1.5, no_record, 2, longest_response)
     device.web([GOOD_PAGE])
     run = device.run()
     assert run.code == 1
