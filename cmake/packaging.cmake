@@ -2,8 +2,8 @@
 install_directories("" ${CMAKE_INSTALL_SBINDIR} ${CMAKE_INSTALL_BINDIR}
   ${CMAKE_INSTALL_MANDIR}/man1 ${CMAKE_INSTALL_MANDIR}/man8 ${CMAKE_INSTALL_DOCDIR}/examples)
 
-# What names the probe hosts is made below the build directory, never in place of a source: Buildroot and OpenWrt build in
-# the source tree itself.
+# What names the probe hosts is made below the build directory, never in place of a source: Buildroot and OpenWrt build
+# in the source tree itself.
 set(with_hosts ${PROJECT_BINARY_DIR}/with-hosts)
 foreach(file docs/tolvane.8 scripts/tolvane-explain)
   configure_file(${PROJECT_SOURCE_DIR}/${file} ${with_hosts}/${file} @ONLY)
