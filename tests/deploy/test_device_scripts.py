@@ -107,17 +107,6 @@ def test_wrong_usage_checks_nothing_and_is_logged(device, arguments):
     assert re.fullmatch("tolvane-run: .*\n", device.log.read_text())
 
 
-# In these tests a process that is left keeps the standard error open, and the time limit of the call fails the test.
-@every_shell
-def test_nothing_outlives_the_limit(device):
-    blocked = [signal.SIGALRM, signal.SIGTERM]
-    signal.pthread_sigmask(signal.SIG_BLOCK, blocked)
-    try:
-        assert device(RUN, "-l", "1", STATUSES="hangs", HANGS="/dev/null").returncode == 142
-    finally:
-        signal.pthread_sigmask(signal.SIG_UNBLOCK, blocked)
-
-
 def start(device, script, *arguments, shell="sh", stubs="", statuses="hangs 17"):
     words = [*shell.split(), "-c", f'{LOGGER}{stubs}. "$0"', script, *arguments]
     environment = {**os.environ, **device.variables, "STATUSES": statuses}
@@ -131,12 +120,16 @@ def start_until_it_hangs(device, *arguments, **options):
     return process
 
 
+# A process that is left keeps the standard error open, and the time limit fails the test.
 def end(process):
     process.communicate(timeout=30)
     return process.returncode
 
 
-@pytest.mark.parametrize("shell", ["busybox sh", "dash", "bash"])
+in_every_shell = pytest.mark.parametrize("shell", ["busybox sh", "dash", "bash"])
+
+
+@in_every_shell
 @pytest.mark.parametrize("script, number, stubs", [
     pytest.param(RUN, signal.SIGKILL, "", id="tolvane-run"),
     pytest.param(RUN, signal.SIGKILL, WITHOUT_FLOCK, id="tolvane-run-without-flock"),
@@ -150,10 +143,13 @@ def test_a_signal_ends_the_check_and_frees_the_lock(device, shell, script, numbe
     assert end(waiting) == 17
 
 
+@in_every_shell
 @pytest.mark.parametrize("stubs", ["", WITHOUT_FLOCK], ids=["flock", "without-flock"])
-def test_one_check_at_a_time(device, stubs):
-    process = start_until_it_hangs(device, RUN, "-l", "4", stubs=stubs)
-    assert end(start(device, RUN, "-l", "1", stubs=stubs)) == 75
+def test_one_check_at_a_time_until_its_limit(device, shell, stubs):
+    blocked = signal.pthread_sigmask(signal.SIG_BLOCK, [signal.SIGALRM, signal.SIGTERM])
+    process = start_until_it_hangs(device, RUN, "-l", "4", shell=shell, stubs=stubs)
+    signal.pthread_sigmask(signal.SIG_SETMASK, blocked)
+    assert end(start(device, RUN, "-l", "1", shell=shell, stubs=stubs)) == 75
     assert end(process) == 142
 
 
@@ -175,7 +171,6 @@ def test_hooks_and_a_full_directory_harm_nothing(device):
     pytest.param("9 9 9 9 9", "-t 9 -p 60", 1, range(2, 6), id="a-last-check-before-the-time-is-up"),
     pytest.param("hangs", "-t 1", 1, [1], id="a-check-that-takes-too-long"),
     pytest.param("127", "", 2, [1], id="no-checker"),
-    pytest.param("17", "-46 -x", 2, [0], id="an-unknown-option"),
 ])
 def test_waiting(device, statuses, options, code, checks):
     done = device(WAIT, "-j", *options.split(), STATUSES=statuses, HANGS="/dev/null")
@@ -186,7 +181,6 @@ def test_waiting(device, statuses, options, code, checks):
 
 
 @pytest.mark.parametrize("uci, logged", [
-    pytest.param("", "checks -46 -i eth1", id="default"),
     pytest.param('uci() { case $3 in *.options) echo "-6 * $(id)";; *) return 1;; esac; }',
                  'tolvane-run: "[*]" is not an option of a check', id="hostile-options"),
     pytest.param("cat() { echo 512; }", "checks -46 -woi -i eth1", id="PPP"),
