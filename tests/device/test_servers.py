@@ -37,7 +37,7 @@ def test_name_servers_are_asked_in_order_until_one_answers(device):
     device.add_to_internet("addr", "add", late, "dev", "lo")
     device.write("/tmp/resolv.conf.auto", f"nameserver {late}\n")
     device.name_servers(good, late)
-    device.dns(4, right_answer, servers=[late])
+    device.dns(3.5, right_answer, servers=[late])
     device.dns(right_answer, servers=[good])
     device.web([GOOD_PAGE])
     run = device.run()
