@@ -61,7 +61,8 @@ def lines(host, family, verdict="accepted"):
 
 
 @pytest.mark.laboratory
-def test_own_hosts_are_served_next_to_the_default_site(check):
+def test_own_hosts_are_served_next_to_the_default_site(check, build):
+    assert (build / "server/probe.zone").read_text().count("\t60\tIN\t") == 4
     done = check(IPV4_HOST, LONG_HOST)
     assert done.stderr == ""
     assert done.stdout.count("skipped") == 2
