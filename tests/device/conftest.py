@@ -18,7 +18,7 @@ import pytest
 PROJECT = Path(__file__).resolve().parents[2]
 os.environ.setdefault("TOLVANE", str(PROJECT / "build/native/tolvane"))
 
-# A sanitizer or an emulator needs descriptors, processes and files of its own.
+# A sanitizer or an emulator needs descriptors, processes and files, such as those of /proc, of its own.
 unhosted = pytest.mark.skipif("TOLVANE_HOSTED" in os.environ, reason="would limit the program's host more")
 
 NAME_SERVERS = ["198.51.100.53", "2001:db8:53::53"]
