@@ -137,7 +137,11 @@ class Device:
                 assert ctypes.CDLL(None).setns(network.fileno(), 0) == 0
             family, _, _, _, target = socket.getaddrinfo(address, port, type=kind)[0]
             listener = socket.socket(family, kind)
-            listener.bind(target)
+            while True:
+                with contextlib.suppress(OSError):  # the kernel has still to make an IPv6 address usable
+                    listener.bind(target)
+                    break
+                time.sleep(0.05)
             if kind == socket.SOCK_STREAM:
                 listener.listen()
             ready.set()
